@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <string>
-#include <utility>
 
 namespace support {
 
@@ -10,10 +9,18 @@ namespace support {
 /// message of bytes, ready to be shown.
 class HException : public std::exception {
 public:
-    explicit HException(std::string message) : message_(std::move(message)) {}
+    explicit HException(std::string message);
+    /// Appends " line: LINE column: COLUMN" to the message.
+    HException(std::string message, int line, int column);
+    HException(const HException& other);
+    HException& operator=(const HException&) = default;
+    ~HException() override;
 
     const char* what() const noexcept override { return message_.c_str(); }
     const std::string& message() const { return message_; }
+
+    /// How many objects of this type exist.
+    static int liveInstances();
 
 private:
     std::string message_;
