@@ -1,6 +1,9 @@
 #include "xml/document.h"
 
+#include "xml/parser.h"
 #include "xml/writer.h"
+
+#include <QFile>
 
 #include <utility>
 #include <vector>
@@ -115,6 +118,33 @@ XMLNode* XMLDocument::cloneNode(const XMLNode* node) {
         }
     }
     return result;
+}
+
+bool XMLDocument::parse(QIODevice& device) {
+    const QByteArray bytes = device.readAll();
+    return parseText(bytes.startsWith("\xef\xbb\xbf") ? bytes.mid(3) : bytes);
+}
+
+bool XMLDocument::parseFile(const QByteArray& path) {
+    QFile file(QFile::decodeName(path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        setError("couldn't read " + path);
+        return false;
+    }
+    return parse(file);
+}
+
+bool XMLDocument::parseText(const QByteArray& text) {
+    Parser parser(*this, {text.constData(), static_cast<std::size_t>(text.size())});
+    const Parser::Error error = parser.parse();
+    root_ = parser.takeRoot();
+    if (error == Parser::Error::None) return true;
+    setError(error == Parser::Error::BadName ? "bad tagName" : "tagName mismatch", parser.line());
+    return false;
+}
+
+bool QXMLDocument::parse(const QString& path) {
+    return parseFile(QFile::encodeName(path));
 }
 
 bool XMLDocument::save(QIODevice& device, int indent, int wrapColumn) {

@@ -27,6 +27,13 @@ public:
     /// A deep copy, its elements made by this document's `createElement`; it belongs to the caller.
     XMLNode* cloneNode(const XMLNode* node);
 
+    /// Reads a document from an open device, a file or a text, and replaces the root: null for what is no
+    /// XML. False, with error text and line, on "bad tagName", "tagName mismatch" and "couldn't read PATH";
+    /// only the last leaves the root as it was. A UTF-8 byte order mark is stepped over, except in a text.
+    bool parse(QIODevice& device);
+    bool parseFile(const QByteArray& path);
+    bool parseText(const QByteArray& text);
+
     /// Writes the document to the open device and answers true; errors of the device are not seen. `indent`
     /// and `wrapColumn` as in XMLWriter.
     bool save(QIODevice& device, int indent, int wrapColumn);
@@ -62,7 +69,9 @@ private:
 /// A document whose file is named by a QString.
 class QXMLDocument : public XMLDocument {
 public:
+    using XMLDocument::parse;
     using XMLDocument::XMLDocument;
+    bool parse(const QString& path);
 };
 
 }  // namespace xml
