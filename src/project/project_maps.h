@@ -1,0 +1,30 @@
+#pragma once
+
+#include "project/project_element.h"
+
+#include <QMap>
+#include <QString>
+
+/// The tables that name projects across linked solutions. A project "lib" of a solution "B" that a solution
+/// "A" links is "lib" in B and "lib(B)" in A; a chain of solutions is named from the outside in, "lib(A,B)".
+namespace project {
+
+/// Is told of each project that is entered.
+class MappingProgress {
+public:
+    virtual ~MappingProgress() = default;
+    virtual void mapped(int done, int total, const QString& text) = 0;
+};
+
+/// Rebuilds the tables below `root` from nothing; `solutions` gets every solution by name.
+void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions,
+                        MappingProgress* progress);
+
+/// Enters one project that was appended as the last child of its parent, at the cost of one. Where its place
+/// in the order of equal names cannot be told, answers false and has entered nothing.
+bool enterAppendedProject(ProjectElement& project);
+
+/// The projects in `node`, its following siblings and below them.
+int countProjects(ProjectElement* node);
+
+}  // namespace project

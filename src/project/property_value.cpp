@@ -1,0 +1,219 @@
+#include "project/property_value.h"
+
+#include "project/project_system.h"
+#include "support/log.h"
+
+#include <algorithm>
+
+namespace project {
+
+using properties::PropertyClass;
+using properties::PropertyValueGroupClass;
+
+namespace {
+
+QString textOf(const xml::XMLElement& element, const char* attribute) {
+    return QString::fromUtf8(element.attribute(attribute));
+}
+
+/// The children of `parent` that are elements with the tag, or all elements for a null tag.
+template <typename Visit>
+void forEachChild(const xml::XMLElement& parent, Visit visit) {
+    for (const xml::XMLNode* node = parent.firstChild(); node; node = node->nextSibling())
+        if (const xml::XMLElement* element = xml::asElement(node)) visit(*element);
+}
+
+/// "name=value", or whichever of the two the element has, in HTML.
+QString assignmentText(const xml::XMLElement& element) {
+    QStringList parts;
+    for (const char* attribute : {"name", "value"})
+        if (element.hasAttribute(attribute)) parts.append(textOf(element, attribute).toHtmlEscaped());
+    return parts.join(u'=');
+}
+
+}  // namespace
+
+PropertyValue::PropertyValue(const PropertyClass* propertyClass)
+    : readOnly_(propertyClass && propertyClass->readOnly), class_(propertyClass) {}
+
+PropertyValue::~PropertyValue() = default;
+
+QString PropertyValue::helpText() const {
+    return class_->longDescription();
+}
+
+SimplePropertyValue::SimplePropertyValue(const PropertyClass* propertyClass, const QString& text)
+    : PropertyValue(propertyClass), text_(text) {
+    readOnly_ = true;
+    ownedByList_ = true;
+}
+
+std::unique_ptr<PropertyValue> SimplePropertyValue::clone() const {
+    return std::make_unique<SimplePropertyValue>(propertyClass(), text_);
+}
+
+DynamicFolderPropertyValue::DynamicFolderPropertyValue(const PropertyClass* propertyClass,
+                                                       ProjectElement* folder)
+    : SimplePropertyValue(propertyClass, folder->attributes.value(propertyClass->name)), folder_(folder) {
+    readOnly_ = false;
+}
+
+std::unique_ptr<PropertyValue> DynamicFolderPropertyValue::clone() const {
+    return std::make_unique<DynamicFolderPropertyValue>(propertyClass(), folder_);
+}
+
+ProjectPropertyValue::ProjectPropertyValue(const PropertyClass* propertyClass, const QString& configuration,
+                                           ProjectElement* node)
+    : PropertyValue(propertyClass),
+      node_(node),
+      configuration_(propertyClass->perConfiguration ? configuration : commonConfiguration) {}
+
+std::unique_ptr<PropertyValue> ProjectPropertyValue::clone() const {
+    return std::make_unique<ProjectPropertyValue>(propertyClass(), configuration_, node_);
+}
+
+bool ProjectPropertyValue::isInherited() const {
+    const ProjectElement* const child = node_->configurations.value(configuration_);
+    return !child || !child->attributes.contains(propertyClass()->name);
+}
+
+void ProjectPropertyValue::setValue(const QString& text) {
+    projectSystem->setPropertyValue(node_, propertyClass(), configuration_, text);
+}
+
+QString ProjectPropertyValue::value() const {
+    return propertyClass()->kind == properties::Kind::StringList
+               ? projectSystem->localPropertyValue(node_, propertyClass(), configuration_)
+               : projectSystem->propertyValue(node_, propertyClass(), configuration_);
+}
+
+std::unique_ptr<PropertyValue> ProjectDirectoryProjectPropertyValue::clone() const {
+    return std::make_unique<ProjectDirectoryProjectPropertyValue>(propertyClass(), configuration_, node_);
+}
+
+void ProjectDirectoryProjectPropertyValue::setValue(const QString& text) {
+    ProjectPropertyValue::setValue(text);
+    projectSystem->invalidatePaths(node_->enclosingProject());
+}
+
+std::unique_ptr<PropertyValue> ProjectMacrosProjectPropertyValue::clone() const {
+    return std::make_unique<ProjectMacrosProjectPropertyValue>(propertyClass(), configuration_, node_);
+}
+
+void ProjectMacrosProjectPropertyValue::setValue(const QString& text) {
+    ProjectPropertyValue::setValue(text);
+    projectSystem->invalidatePaths(node_->enclosingProject());
+}
+
+PropertyValueGroupValue::PropertyValueGroupValue(const PropertyValueGroupClass* propertyClass,
+                                                 const QString& configuration, ProjectElement* node)
+    : ProjectPropertyValue(propertyClass, configuration, node), groupClass_(propertyClass) {}
+
+std::unique_ptr<PropertyValue> PropertyValueGroupValue::clone() const {
+    return std::make_unique<PropertyValueGroupValue>(groupClass_, configuration_, node_);
+}
+
+const xml::XMLElement* PropertyValueGroupValue::groupNamed(const QString& name) const {
+    const xml::XMLElement* found = nullptr;
+    forEachChild(*groupClass_->element(), [&](const xml::XMLElement& entry) {
+        if (!found && entry.tagName() == "groupEntry" && textOf(entry, "name") == name) found = &entry;
+    });
+    return found;
+}
+
+QString PropertyValueGroupValue::helpText() const {
+    QString help = ProjectPropertyValue::helpText();
+    const xml::XMLElement* const group = groupNamed(value());
+    if (!group || !group->firstChild()) return help;
+    help += u"<ul>";
+    forEachChild(*group, [&](const xml::XMLElement& entry) {
+        help +=
+            QStringLiteral("<li><b>%1</b> ").arg(QString::fromUtf8(entry.tagName())) + assignmentText(entry);
+        if (entry.hasAttribute("configuration"))
+            help += QStringLiteral(" (%1)").arg(textOf(entry, "configuration"));
+        help += u"</li>";
+    });
+    return help + QStringLiteral("</ul>");
+}
+
+void PropertyValueGroupValue::setValue(const QString& text) {
+    QString choice = text;
+    const xml::XMLElement* group = groupNamed(choice);
+    if (!group) {
+        choice = propertyClass()->defaultValue;
+        group = groupNamed(choice);
+    }
+    if (group) {
+        forEachChild(*group, [this](const xml::XMLElement& entry) {
+            if (entry.tagName() == "property") applyProperty(entry);
+            if (entry.tagName() == "file") applyFile(entry);
+        });
+    }
+    ProjectPropertyValue::setValue(choice);
+}
+
+void PropertyValueGroupValue::applyProperty(const xml::XMLElement& entry) {
+    const PropertyClass* const target = projectSystem->schema().find(textOf(entry, "name"));
+    const QString configuration = textOf(entry, "configuration");
+    if (target)
+        projectSystem->setPropertyValue(
+            node_, target, configuration.isEmpty() ? configuration_ : configuration, textOf(entry, "value"));
+}
+
+void PropertyValueGroupValue::applyFile(const xml::XMLElement& entry) {
+    const QString name = textOf(entry, "name");
+    const QString fileName = textOf(entry, "file_name");
+    ProjectElement* const folder = projectSystem->findFolder(node_, textOf(entry, "folder"));
+    if (!folder) return;
+    ProjectElement* const file = projectSystem->findElement(folder, name);
+    if (!file) {
+        projectSystem->setElementAttribute(projectSystem->addFile(folder, fileName), keys::name, name);
+    } else if (file->attributes.value(keys::fileName) != fileName) {
+        projectSystem->setElementAttribute(file, keys::fileName, fileName);
+        file->pathValid = false;
+    }
+}
+
+void PropertyValueGroupValue::clear() {
+    projectSystem->clearPropertyValue(node_, propertyClass(), configuration_);
+    const xml::XMLElement* const group = groupNamed(propertyClass()->defaultValue);
+    if (!group) return;
+    forEachChild(*group, [this](const xml::XMLElement& entry) {
+        const PropertyClass* const target = projectSystem->schema().find(textOf(entry, "name"));
+        if (entry.tagName() != "property" || !target) return;
+        projectSystem->clearPropertyValue(
+            node_, target,
+            entry.hasAttribute("configuration") ? textOf(entry, "configuration") : configuration_);
+    });
+}
+
+PropertyValueList::PropertyValueList(PropertyValueList&& other) noexcept {
+    swap(other);
+}
+
+PropertyValueList::~PropertyValueList() {
+    for (PropertyValue* value : *this)
+        if (value->isOwnedByList()) delete value;
+}
+
+bool PropertyValueList::appendUnique(PropertyValue* value) {
+    if (!value || !value->propertyClass()) {
+        if (support::logMask() & support::LogInternalErrors)
+            support::logMessage(support::LogLevel::Error, support::LogLineFeed,
+                                "Bad property value in PropertyValueList::appendUnique");
+        return false;
+    }
+    const bool known = std::any_of(begin(), end(), [&](const PropertyValue* entry) {
+        return entry->propertyClass() == value->propertyClass();
+    });
+    if (!known) append(value);
+    return !known;
+}
+
+void PropertyValueList::sortByTitle() {
+    std::stable_sort(begin(), end(), [](const PropertyValue* a, const PropertyValue* b) {
+        return a->propertyClass()->shortName < b->propertyClass()->shortName;
+    });
+}
+
+}  // namespace project

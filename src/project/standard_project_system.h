@@ -1,0 +1,93 @@
+#pragma once
+
+#include "project/project_system.h"
+
+namespace expressions {
+class MemoryMap;
+}
+
+namespace project {
+
+/// The project engine with its tool chain: compiler, assembler, linker, archiver and debugger. Still
+/// abstract: a host says where a code model starts from.
+class StandardProjectSystem : public ProjectSystem {
+    Q_OBJECT
+
+public:
+    /// `genericOptionsFile` is the default of `build_generic_options_file_name`; `loadFileFormats` are the
+    /// names that the load file types offer behind "Detect".
+    StandardProjectSystem(const QString& genericOptionsFile, const QStringList& loadFileFormats,
+                          const QString& defaultTemplatesFile);
+    ~StandardProjectSystem() override;
+
+    bool memorySegments(ProjectElement* node, const QString& configuration,
+                        QList<MemorySegment>& segments) override;
+    QString locateFile(const QString& directory, const QString& file, ProjectElement* node,
+                       const QString& configuration) override;
+    QString objectFileName(ProjectElement* node, const QString& configuration, bool absolute) override;
+    void outputFiles(ProjectElement* node, const QString& configuration, QStringList& list) override;
+    bool hasOutput(ProjectElement* node, const QString& configuration) override;
+    bool isCompiled(ProjectElement* node, const QString& configuration) override;
+    bool isExcludedFromBuild(ProjectElement* node, const QString& configuration) override;
+    QStringList baseCodeModelArguments(ProjectElement* node, const QString& configuration) override = 0;
+    QStringList codeModelArguments(ProjectElement* node, const QString& configuration) override;
+
+    // -- What a view offers: each appends the classes of its tool
+    // ------------------------------------------------
+
+    using PropertyClassList = properties::PropertyClassList;
+    virtual void addCCompilerProperties(ProjectElement* node, const QString& configuration,
+                                        PropertyClassList& classes);
+    virtual void addCppCompilerProperties(ProjectElement* node, const QString& configuration,
+                                          PropertyClassList& classes);
+    virtual void addAssemblerProperties(ProjectElement* node, const QString& configuration,
+                                        PropertyClassList& classes);
+    virtual void addLinkerProperties(ProjectElement* node, const QString& configuration,
+                                     PropertyClassList& classes);
+    virtual void addArchiverProperties(ProjectElement* node, const QString& configuration,
+                                       PropertyClassList& classes);
+    virtual void addProjectTypeProperties(ProjectElement* node, const QString& configuration,
+                                          PropertyClassList& classes, const QString& projectType);
+    virtual void addDebugProperties(ProjectElement* node, const QString& configuration,
+                                    PropertyClassList& classes);
+    virtual void addHostProperties(ProjectElement* node, const QString& configuration,
+                                   PropertyClassList& classes);
+
+    // -- Building
+    // --------------------------------------------------------------------------------------------------
+
+    /// What a build does with the node itself.
+    BuildKind classifyNode(ProjectElement* node, const QString& configuration);
+
+    /// The file that a step of that kind makes of the node, as its properties spell it or absolute.
+    virtual QString outputFileName(BuildKind kind, ProjectElement* node, const QString& configuration,
+                                   bool absolute);
+    /// The register definitions of the node, or null; owned by the engine.
+    virtual expressions::MemoryMap* registerDefinitions(ProjectElement* node, const QString& configuration);
+    /// The map file that a link of `target` writes, in `out`; false when it writes none.
+    virtual bool mapFileName(ProjectElement* node, const QString& configuration, const QString& target,
+                             QString& out);
+    virtual bool hostToolPredicate();
+    virtual bool runTool(ProjectElement* node, const QString& configuration, BuildKind kind,
+                         const QString& targetName, const QString& targetPath, const QStringList& inputs,
+                         build::Builder* builder, std::uint32_t flags, bool quiet, bool clean,
+                         bool generateDependencies);
+    /// Whether no property that a step of `kind` depends on has changed at the node since `time`.
+    virtual bool propertiesUnchangedSince(ProjectElement* node, const QString& configuration,
+                                          const QDateTime& time, BuildKind kind, build::Builder* builder,
+                                          bool quiet);
+    virtual QStringList readDependencyFile(ProjectElement* node, const QString& configuration,
+                                           const QString& directory, const QString& objectName);
+    virtual void extraOutputFiles(ProjectElement* node, const QString& configuration, BuildKind kind,
+                                  const QString& target, QStringList& out);
+    virtual QStringList additionalLinkerInputs(ProjectElement* node, const QString& configuration);
+    virtual void addTargetOptions(ProjectElement* node, const QString& configuration, BuildKind kind,
+                                  QStringList& arguments);
+    virtual QString dependentExecutableInput(ProjectElement* node, const QString& configuration,
+                                             bool absolute);
+    virtual bool hasDefaultLinkerScript(ProjectElement* node, const QString& configuration, QString& out);
+    /// Whether the subtree holds a C++ file that is not excluded from the build.
+    virtual bool isCppProject(ProjectElement* node, const QString& configuration);
+};
+
+}  // namespace project
