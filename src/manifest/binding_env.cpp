@@ -2,6 +2,8 @@
 
 #include "manifest/eval_string.h"
 
+#include <memory_resource>
+
 namespace manifest {
 
 std::string_view BindingEnv::lookupVariable(std::string_view name) {
@@ -11,7 +13,7 @@ std::string_view BindingEnv::lookupVariable(std::string_view name) {
 }
 
 void BindingEnv::addRule(PooledString name, const Rule* rule) {
-    if (!rules_) rules_ = std::make_unique<NameTable<const Rule*>>();
+    if (!rules_) rules_ = std::make_unique<NameTable<const Rule*>>(std::pmr::get_default_resource());
     rules_->set(name, rule);
 }
 

@@ -5,6 +5,7 @@
 #include "manifest/string_pool.h"
 
 #include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
@@ -17,7 +18,8 @@ class Rule;
 /// Values are evaluated text. The `State` owns the scopes and all that they point at.
 class BindingEnv : public Env {
 public:
-    explicit BindingEnv(BindingEnv* parent = nullptr) : parent_(parent) {}
+    /// What the scope holds lives in `memory`, which outlives it. `parent` is null at the top level.
+    BindingEnv(BindingEnv* parent, std::pmr::memory_resource* memory) : parent_(parent), bindings_(memory) {}
 
     BindingEnv* parent() const { return parent_; }
 

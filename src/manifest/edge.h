@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,7 +19,9 @@ class Rule;
 /// at.
 class Edge {
 public:
-    Edge(const Rule* rule, const Pool* pool, BindingEnv* scope) : rule_(rule), pool_(pool), scope_(scope) {}
+    /// The lists live in `memory`, which outlives the edge.
+    Edge(const Rule* rule, const Pool* pool, BindingEnv* scope, std::pmr::memory_resource* memory)
+        : rule_(rule), pool_(pool), scope_(scope), inputs_(memory), outputs_(memory) {}
 
     const Rule* rule() const { return rule_; }
     const Pool* pool() const { return pool_; }
@@ -27,13 +30,13 @@ public:
     BindingEnv* scope() const { return scope_; }
 
     /// All inputs: explicit, implicit, order-only.
-    const std::vector<Node*>& inputs() const { return inputs_; }
+    std::span<Node* const> inputs() const { return inputs_; }
     std::span<Node* const> explicitInputs() const;
     std::span<Node* const> implicitInputs() const;
     std::span<Node* const> orderOnlyInputs() const;
 
     /// All outputs: explicit, implicit.
-    const std::vector<Node*>& outputs() const { return outputs_; }
+    std::span<Node* const> outputs() const { return outputs_; }
     std::span<Node* const> explicitOutputs() const;
     std::span<Node* const> implicitOutputs() const;
 
@@ -57,8 +60,8 @@ private:
     const Rule* rule_;
     const Pool* pool_;
     BindingEnv* scope_;
-    std::vector<Node*> inputs_;
-    std::vector<Node*> outputs_;
+    std::pmr::vector<Node*> inputs_;
+    std::pmr::vector<Node*> outputs_;
     std::int32_t implicitInputCount_ = 0;
     std::int32_t orderOnlyInputCount_ = 0;
     std::int32_t implicitOutputCount_ = 0;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -21,16 +22,20 @@ public:
         Value value;
     };
 
+    /// The entries live in `memory`, which outlives the table.
+    explicit NameTable(std::pmr::memory_resource* memory) : entries_(memory) {}
+
     /// The value under the name, or null. It is valid until the next `set`.
     const Value* find(std::string_view name) const {
-        const std::uint32_t position = index_ ? positionByHash(name) : positionByWalk(name);
-        return position == HashIndex::none ? nullptr : &entries_[position].value;
+        const std::size_t position = positionOf(name);
+        return position < entries_.size() ? &entries_[position].value : nullptr;
     }
 
     /// Enters the value under the name, in place of an earlier one.
     void set(PooledString name, Value value) {
-        if (const Value* earlier = find(name.view())) {
-            *const_cast<Value*>(earlier) = value;
+        const std::size_t position = positionOf(name.view());
+        if (position < entries_.size()) {
+            entries_[position].value = value;
             return;
         }
         entries_.push_back({name, value});
@@ -45,29 +50,34 @@ public:
 private:
     static constexpr std::size_t longestWalk = 24;
 
-    std::uint32_t positionByWalk(std::string_view name) const {
-        for (std::size_t i = 0; i < entries_.size(); ++i)
-            if (entries_[i].name.view() == name) return static_cast<std::uint32_t>(i);
-        return HashIndex::none;
-    }
+    struct Position {
+        std::uint32_t value = 0xFFFFFFFF;
+        friend bool operator==(Position, Position) = default;
+    };
 
-    std::uint32_t positionByHash(std::string_view name) const {
-        return index_->find(StringPool::hash(name),
-                            [&](std::uint32_t i) { return entries_[i].name.view() == name; });
+    /// The place of the name, or at least the number of entries.
+    std::size_t positionOf(std::string_view name) const {
+        if (index_) {
+            const auto equals = [&](Position p) { return entries_[p.value].name.view() == name; };
+            return index_->find(StringPool::hash(name), equals).value;
+        }
+        std::size_t i = 0;
+        while (i < entries_.size() && entries_[i].name.view() != name) ++i;
+        return i;
     }
 
     void indexEntry(std::size_t position) {
         index_->insert(StringPool::hash(entries_[position].name.view()),
-                       static_cast<std::uint32_t>(position));
+                       {static_cast<std::uint32_t>(position)});
     }
 
     void buildIndex() {
-        index_ = std::make_unique<HashIndex>();
+        index_ = std::make_unique<HashIndex<Position>>();
         for (std::size_t i = 0; i < entries_.size(); ++i) indexEntry(i);
     }
 
-    std::vector<Entry> entries_;
-    std::unique_ptr<HashIndex> index_;
+    std::pmr::vector<Entry> entries_;
+    std::unique_ptr<HashIndex<Position>> index_;
 };
 
 }  // namespace manifest

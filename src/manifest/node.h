@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +15,9 @@ class Edge;
 /// stays at its address as long as the `State` lives.
 class Node {
 public:
-    Node(std::string_view path, std::uint64_t slashBits) : path_(path), slashBits_(slashBits) {}
+    /// The list of consumers lives in `memory`, which outlives the node.
+    Node(std::string_view path, std::uint64_t slashBits, std::pmr::memory_resource* memory)
+        : path_(path), slashBits_(slashBits), consumerEdges_(memory) {}
 
     /// The canonical path, with forward slashes only.
     std::string_view path() const { return path_; }
@@ -28,7 +32,7 @@ public:
     Edge* producingEdge() const { return producingEdge_; }
 
     /// The edges that have this node as input, in order of parsing, one entry for each mention.
-    const std::vector<Edge*>& consumerEdges() const { return consumerEdges_; }
+    std::span<Edge* const> consumerEdges() const { return consumerEdges_; }
 
 private:
     friend class State;
@@ -36,7 +40,7 @@ private:
     std::string_view path_;
     std::uint64_t slashBits_;
     Edge* producingEdge_ = nullptr;
-    std::vector<Edge*> consumerEdges_;
+    std::pmr::vector<Edge*> consumerEdges_;
 };
 
 }  // namespace manifest

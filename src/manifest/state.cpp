@@ -3,6 +3,7 @@
 #include "manifest/path_hash.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <utility>
 
@@ -28,13 +29,12 @@ const Pool& State::consolePool() {
     return pool;
 }
 
-std::uint32_t State::nodePosition(std::string_view path, std::uint32_t hash) const {
-    return nodesByPath_.find(hash, [&](std::uint32_t i) { return nodes_[i].path() == path; });
+Node* State::findNode(std::string_view path, std::uint32_t hash) const {
+    return nodesByPath_.find(hash, [&](const Node* node) { return node->path() == path; });
 }
 
-Node* State::lookupNode(std::string_view path) {
-    const std::uint32_t position = nodePosition(path, hashPath(path));
-    return position == HashIndex::none ? nullptr : &nodes_[position];
+Node* State::lookupNode(std::string_view path) const {
+    return findNode(path, hashPath(path));
 }
 
 const Pool* State::lookupPool(std::string_view name) const {
@@ -56,7 +56,7 @@ std::vector<Node*> State::defaultNodes(std::string* error) const {
 }
 
 Edge* State::addEdge(const Rule* rule) {
-    Edge& edge = edgeStore_.emplace_back(rule, &defaultPool(), &bindings_);
+    Edge& edge = edgeStore_.emplace_back(rule, &defaultPool(), &bindings_, &memory_);
     edges_.push_back(&edge);
     return &edge;
 }
@@ -68,10 +68,17 @@ void State::removeLastEdge() {
 
 Node* State::getNode(std::string_view path, std::uint64_t slashBits) {
     const std::uint32_t hash = hashPath(path);
-    const std::uint32_t position = nodePosition(path, hash);
-    if (position != HashIndex::none) return &nodes_[position];
-    nodesByPath_.insert(hash, static_cast<std::uint32_t>(nodes_.size()));
-    return &nodes_.emplace_back(paths_.copy(path), slashBits);
+    if (Node* node = findNode(path, hash)) return node;
+    Node* node = &nodes_.emplace_back(keepPath(path), slashBits, &memory_);
+    nodesByPath_.insert(hash, node);
+    return node;
+}
+
+std::string_view State::keepPath(std::string_view path) {
+    if (path.empty()) return {};
+    auto* bytes = static_cast<char*>(memory_.allocate(path.size(), alignof(char)));
+    std::memcpy(bytes, path.data(), path.size());
+    return {bytes, path.size()};
 }
 
 bool State::addOutput(Edge* edge, std::string_view path, std::uint64_t slashBits) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "manifest/arena.h"
 #include "manifest/binding_env.h"
 #include "manifest/edge.h"
 #include "manifest/hash_index.h"
@@ -13,6 +12,7 @@
 #include <cstdint>
 #include <deque>
 #include <map>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,7 +45,7 @@ public:
     const std::vector<const Edge*>& edges() const { return edges_; }
     std::size_t nodeCount() const { return nodes_.size(); }
     /// The node of a canonical path, or null.
-    Node* lookupNode(std::string_view path);
+    Node* lookupNode(std::string_view path) const;
     /// The pool of that name, or null.
     const Pool* lookupPool(std::string_view name) const;
 
@@ -75,7 +75,7 @@ public:
     /// Keeps the rule; the caller enters it in a scope.
     const Rule* addRule(Rule rule) { return &rules_.emplace_back(std::move(rule)); }
     /// A new scope, of a file or a build statement.
-    BindingEnv* addScope(BindingEnv* parent) { return &scopes_.emplace_back(parent); }
+    BindingEnv* addScope(BindingEnv* parent) { return &scopes_.emplace_back(parent, &memory_); }
 
     /// Where names, values and the texts of rules live.
     StringPool& strings() { return strings_; }
@@ -90,19 +90,21 @@ private:
         std::uint64_t bytesExpanded = 0;
     };
 
-    std::uint32_t nodePosition(std::string_view path, std::uint32_t hash) const;
+    Node* findNode(std::string_view path, std::uint32_t hash) const;
+    std::string_view keepPath(std::string_view path);
 
-    StringPool strings_;
-    Arena paths_;
-    std::deque<Node> nodes_;
-    HashIndex nodesByPath_;
-    std::deque<Edge> edgeStore_;
+    /// What grows by the million: texts, nodes, edges, scopes and their lists. It is freed at one stroke.
+    std::pmr::monotonic_buffer_resource memory_;
+    StringPool strings_{memory_};
+    std::pmr::deque<Node> nodes_{&memory_};
+    HashIndex<Node*> nodesByPath_;
+    std::pmr::deque<Edge> edgeStore_{&memory_};
     std::vector<const Edge*> edges_;
     std::deque<Rule> rules_;
-    std::deque<BindingEnv> scopes_;
+    std::pmr::deque<BindingEnv> scopes_{&memory_};
     std::deque<Pool> poolStore_;
     std::map<std::string_view, const Pool*> pools_;
-    BindingEnv bindings_;
+    BindingEnv bindings_{nullptr, &memory_};
     std::vector<Node*> defaults_;
     Consumption consumption_;
 };

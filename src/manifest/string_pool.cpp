@@ -12,14 +12,17 @@ std::uint32_t StringPool::hash(std::string_view text) {
 
 PooledString StringPool::intern(std::string_view text) {
     const std::uint32_t key = hash(text);
-    const std::uint32_t found = index_.find(key, [&](std::uint32_t i) { return strings_[i].view() == text; });
-    if (found != HashIndex::none) return strings_[found];
-    index_.insert(key, static_cast<std::uint32_t>(strings_.size()));
-    return strings_.emplace_back(store(text));
+    PooledString string = index_.find(key, [&](PooledString other) { return other.view() == text; });
+    if (string == PooledString()) {
+        string = store(text);
+        index_.insert(key, string);
+    }
+    return string;
 }
 
 PooledString StringPool::store(std::string_view text) {
-    char* bytes = arena_.allocate(sizeof(std::size_t) + text.size());
+    auto* bytes =
+        static_cast<char*>(memory_.allocate(sizeof(std::size_t) + text.size(), alignof(std::size_t)));
     const auto* size = new (bytes) std::size_t(text.size());
     if (!text.empty()) std::memcpy(bytes + sizeof(std::size_t), text.data(), text.size());
     return PooledString(size);

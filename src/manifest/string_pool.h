@@ -1,12 +1,11 @@
 #pragma once
 
-#include "manifest/arena.h"
 #include "manifest/hash_index.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
-#include <vector>
 
 namespace manifest {
 
@@ -33,14 +32,15 @@ private:
 /// Holds each distinct byte string once. A manifest of a hundred megabytes repeats a few hundred values.
 class StringPool {
 public:
-    StringPool() = default;
+    /// The texts live in `memory`, which outlives the pool.
+    explicit StringPool(std::pmr::memory_resource& memory) : memory_(memory) {}
     StringPool(const StringPool&) = delete;
     StringPool& operator=(const StringPool&) = delete;
 
     /// The pool's string that equals `text`, a copy made at its first mention.
     PooledString intern(std::string_view text);
 
-    std::size_t size() const { return strings_.size(); }
+    std::size_t size() const { return index_.size(); }
 
     /// The hash of names and values. It has no meaning outside the process.
     static std::uint32_t hash(std::string_view text);
@@ -48,9 +48,8 @@ public:
 private:
     PooledString store(std::string_view text);
 
-    Arena arena_;
-    std::vector<PooledString> strings_;
-    HashIndex index_;
+    std::pmr::memory_resource& memory_;
+    HashIndex<PooledString> index_;
 };
 
 }  // namespace manifest
