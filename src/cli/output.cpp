@@ -1,0 +1,35 @@
+#include "cli/output.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace cli {
+
+Output& Output::operator<<(std::string_view text) {
+    constexpr std::size_t blockSize = 65536;
+    buffer_.append(text);
+    if (buffer_.size() >= blockSize) flush();
+    return *this;
+}
+
+bool Output::finish() {
+    flush();
+    if (std::fflush(stdout) != 0 && writeError_ == 0) writeError_ = errno;
+    if (writeError_ == 0) return true;
+    reportError(std::string("cannot write the results: ") + std::strerror(writeError_));
+    return false;
+}
+
+void Output::flush() {
+    if (writeError_ == 0 && std::fwrite(buffer_.data(), 1, buffer_.size(), stdout) < buffer_.size())
+        writeError_ = errno;
+    buffer_.clear();
+}
+
+void reportError(std::string_view text) {
+    const std::string line = "atelis: error: " + std::string(text) + "\n";
+    std::fputs(line.c_str(), stderr);
+}
+
+}  // namespace cli
