@@ -1,0 +1,5 @@
+#include "drivers.h"
+
+void blink(unsigned times) {
+    while (times-- > 0) timer_ticks();
+}

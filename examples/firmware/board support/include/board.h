@@ -1,0 +1,1 @@
+#define BOARD_BUFFER_SIZE 64

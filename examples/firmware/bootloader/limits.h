@@ -1,0 +1,1 @@
+#define BOOT_TIMEOUT 1000

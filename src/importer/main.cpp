@@ -1,0 +1,5 @@
+#include "importer/import.h"
+
+int main(int argc, char** argv) {
+    return importer::run(argc, argv);
+}
