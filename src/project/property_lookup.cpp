@@ -40,8 +40,7 @@ private:
         const QString* const value = child ? child->attributes.find(key_) : nullptr;
         if (!value) return false;
         if (trace_) trace_->append({*value, child->elementName(), node});
-        result_ = result_.isEmpty() ? *value : *value + u';' + result_;
-        if (result_.isNull()) result_ = QStringLiteral("");  // found, though empty: it hides the default
+        result_ = result_.isEmpty() ? storedText(*value) : *value + u';' + result_;
         return true;
     }
 

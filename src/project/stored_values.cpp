@@ -23,7 +23,7 @@ void ProjectSystem::setPropertyValue(ProjectElement* node, const PropertyClass* 
     if (!child) child = createConfiguration(node, configuration);
     const QString oldText = child->attributes.value(propertyClass->name);
     const bool childWasModified = child->modified;
-    child->attributes.insert(propertyClass->name, value.isNull() ? QStringLiteral("") : value);
+    child->attributes.insert(propertyClass->name, storedText(value));
     child->modified = true;
     node->modified = nodeWasModified;
     recordChange(node, propertyClass, configuration, oldText, nodeWasModified, childWasModified);

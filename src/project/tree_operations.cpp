@@ -51,9 +51,8 @@ ProjectElement* ProjectSystem::newProject(ProjectElement* solution, const QStrin
     QString stored = directory;
     if (!directory.isEmpty() && !relativePath(solution->path.dirPath(true), directory, stored))
         stored = directory;
-    if (stored.isNull()) stored = QStringLiteral("");
-    common->attributes.insert(schema().general.project_directory->name, stored);
-    common->attributes.insert(schema().general.project_type->name, projectType);
+    common->attributes.insert(schema().general.project_directory->name, storedText(stored));
+    common->attributes.insert(schema().general.project_type->name, storedText(projectType));
     return project;
 }
 
@@ -149,7 +148,7 @@ std::optional<Refusal> ProjectSystem::rename(ProjectElement* node, const QString
 
 void ProjectSystem::setElementAttribute(ProjectElement* node, const QString& name, const QString& value) {
     if (!node) return;
-    node->attributes.insert(name, value);
+    node->attributes.insert(name, storedText(value));
     node->modified = true;
 }
 
