@@ -89,7 +89,9 @@ public:
 };
 
 /// `text`, a null one as an empty one: what is stored is there, whereas a null text says that nothing is.
-inline QString storedText(const QString& text) { return text.isNull() ? QStringLiteral("") : text; }
+inline QString storedText(const QString& text) {
+    return text.isNull() ? QStringLiteral("") : text;
+}
 
 /// The node as a ProjectElement, or null when it is null or of another class.
 ProjectElement* asProjectElement(xml::XMLNode* node);
