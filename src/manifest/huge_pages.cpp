@@ -2,21 +2,20 @@
 
 #include <sys/mman.h>
 
-#include <cstdint>
+#include <memory>
 
 namespace manifest {
 
 namespace {
 
-constexpr std::uintptr_t hugePage = std::uintptr_t{2} << 20;
+constexpr std::size_t hugePage = std::size_t{2} << 20;
 
 }  // namespace
 
 void adviseHugePages(void* begin, std::size_t size) {
-    const auto address = reinterpret_cast<std::uintptr_t>(begin);
-    const std::uintptr_t first = (address + hugePage - 1) / hugePage * hugePage;
-    const std::uintptr_t end = (address + size) / hugePage * hugePage;
-    if (first < end) ::madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE);
+    void* first = begin;
+    if (std::align(hugePage, hugePage, first, size) != nullptr)
+        ::madvise(first, size / hugePage * hugePage, MADV_HUGEPAGE);
 }
 
 void* HugePageResource::do_allocate(std::size_t size, std::size_t alignment) {
