@@ -3,6 +3,7 @@
 #include "cli/output.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <exception>
 
 namespace {
@@ -10,9 +11,7 @@ namespace {
 constexpr int failed = 1;
 constexpr int wrongWords = 2;
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
     int exitStatus = 0;
     CLI::App app("The engine of the development environment on the command line");
     app.name("atelis");
@@ -26,14 +25,22 @@ int main(int argc, char** argv) {
 
     try {
         app.parse(argc, argv);
-    } catch (const CLI::Success& help) {
-        return app.exit(help);
+    } catch (const CLI::Success& answer) {
+        return app.exit(answer);
     } catch (const CLI::ParseError& fault) {
         cli::reportError(fault.what());
         return wrongWords;
-    } catch (const std::exception& fault) {
-        cli::reportError(fault.what());
-        return failed;
     }
     return exitStatus;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& fault) {
+        std::fprintf(stderr, "atelis: error: %s\n", fault.what());
+        return failed;
+    }
 }

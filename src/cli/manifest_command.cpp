@@ -97,8 +97,8 @@ void addManifestCommand(CLI::App& app, int& exitStatus) {
     const auto options = std::make_shared<ManifestOptions>();
     CLI::App* command =
         app.add_subcommand("manifest", "Reads a build manifest and prints its counts of edges and nodes");
-    command->add_option("file", options->file, "The manifest; - means standard input")
-        ->type_name("FILE")
+    command->add_option("FILE", options->file, "The manifest; - means standard input")
+        ->type_name("")
         ->required();
     CLI::Option* edges = command->add_flag("--edges", options->edges, "Prints each edge in manifest form");
     CLI::Option* roots =

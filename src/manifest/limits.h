@@ -18,7 +18,10 @@ inline constexpr std::uint64_t maxFileBytes = std::uint64_t{4} << 30;
 
 /// Bytes of one expanded value. `a = $b$b`, `b = $c$c` and so on doubles with each line.
 inline constexpr std::size_t maxExpandedBytes = std::size_t{256} << 20;
-/// Bytes of all the values of one `State` that were put together from several pieces.
-inline constexpr std::uint64_t maxTotalExpandedBytes = std::uint64_t{4} << 30;
+/// Bytes of all the values of one `State` that were put together from several pieces: so many for nothing,
+/// and so many more for each byte read. Small texts cannot ask for much memory, and large ones get what they
+/// need.
+inline constexpr std::uint64_t freeExpandedBytes = std::uint64_t{64} << 20;
+inline constexpr std::uint64_t expandedBytesPerByteRead = 32;
 
 }  // namespace manifest

@@ -242,11 +242,11 @@ std::string ManifestParser::edgeBinding(const Edge* edge, std::string_view name)
 }
 
 void ManifestParser::chargeExpansion(std::size_t bytes) {
-    std::uint64_t& total = state_->consumption_.bytesExpanded;
-    total += bytes;
-    if (total > maxTotalExpandedBytes)
-        fatal("expanded values are longer than %llu bytes together",
-              static_cast<unsigned long long>(maxTotalExpandedBytes));
+    State::Consumption& consumption = state_->consumption_;
+    consumption.bytesExpanded += bytes;
+    const std::uint64_t limit = freeExpandedBytes + expandedBytesPerByteRead * consumption.bytesRead;
+    if (consumption.bytesExpanded > limit)
+        fatal("expanded values are longer than %llu bytes together", static_cast<unsigned long long>(limit));
 }
 
 }  // namespace manifest

@@ -1,5 +1,6 @@
 #include "manifest/real_disk_interface.h"
 
+#include "manifest/huge_pages.h"
 #include "manifest/limits.h"
 #include "manifest/message.h"
 
@@ -114,7 +115,10 @@ FileReader::Status RealDiskInterface::readFile(const std::string& path, std::str
         return Status::NotFound;
     }
     const auto size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
-    if (S_ISREG(status.st_mode) && size <= maxFileBytes) contents->reserve(size);
+    if (S_ISREG(status.st_mode) && size <= maxFileBytes) {
+        contents->reserve(size);
+        adviseHugePages(contents->data(), contents->capacity());
+    }
     code = readToEnd(file.get(), contents);
     if (code == 0) return Status::Okay;
     *error = systemText(code);

@@ -3,6 +3,7 @@
 #include "manifest/binding_env.h"
 #include "manifest/edge.h"
 #include "manifest/hash_index.h"
+#include "manifest/huge_pages.h"
 #include "manifest/node.h"
 #include "manifest/pool.h"
 #include "manifest/rule.h"
@@ -94,7 +95,8 @@ private:
     std::string_view keepPath(std::string_view path);
 
     /// What grows by the million: texts, nodes, edges, scopes and their lists. It is freed at one stroke.
-    std::pmr::monotonic_buffer_resource memory_;
+    HugePageResource pages_;
+    std::pmr::monotonic_buffer_resource memory_{&pages_};
     StringPool strings_{memory_};
     std::pmr::deque<Node> nodes_{&memory_};
     HashIndex<Node*> nodesByPath_;
