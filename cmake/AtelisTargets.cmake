@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 add_library(atelis_options INTERFACE)
 target_compile_features(atelis_options INTERFACE cxx_std_20)
 target_compile_options(atelis_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror)
 target_compile_definitions(atelis_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 set(sanitizer_flags "")
