@@ -1,5 +1,7 @@
 #pragma once
 
+#include "manifest/huge_pages.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -37,6 +39,8 @@ private:
         Handle handle{};
     };
 
+    using Slots = std::pmr::vector<Slot>;
+
     std::size_t mask() const { return slots_.size() - 1; }
 
     void place(Slot slot) {
@@ -46,13 +50,13 @@ private:
     }
 
     void grow() {
-        std::vector<Slot> old(slots_.empty() ? 16 : slots_.size() * 2);
+        Slots old(slots_.empty() ? 16 : slots_.size() * 2, hugePageMemory());
         std::swap(old, slots_);
         for (const Slot& slot : old)
             if (!(slot.handle == Handle{})) place(slot);
     }
 
-    std::vector<Slot> slots_;
+    Slots slots_{hugePageMemory()};
     std::size_t size_ = 0;
 };
 

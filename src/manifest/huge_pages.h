@@ -10,12 +10,8 @@ namespace manifest {
 /// stretches are left.
 void adviseHugePages(void* begin, std::size_t size);
 
-/// The heap, with large pages for large blocks. It suits the blocks of a `monotonic_buffer_resource`.
-class HugePageResource : public std::pmr::memory_resource {
-private:
-    void* do_allocate(std::size_t size, std::size_t alignment) override;
-    void do_deallocate(void* block, std::size_t size, std::size_t alignment) override;
-    bool do_is_equal(const memory_resource& other) const noexcept override { return this == &other; }
-};
+/// The heap, with large pages for large blocks. It suits what is allocated seldom and in large blocks, such
+/// as the blocks of a `monotonic_buffer_resource`. One object serves the process.
+std::pmr::memory_resource* hugePageMemory();
 
 }  // namespace manifest

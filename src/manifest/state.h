@@ -95,8 +95,7 @@ private:
     std::string_view keepPath(std::string_view path);
 
     /// What grows by the million: texts, nodes, edges, scopes and their lists. It is freed at one stroke.
-    HugePageResource pages_;
-    std::pmr::monotonic_buffer_resource memory_{&pages_};
+    std::pmr::monotonic_buffer_resource memory_{hugePageMemory()};
     StringPool strings_{memory_};
     std::pmr::deque<Node> nodes_{&memory_};
     HashIndex<Node*> nodesByPath_;
