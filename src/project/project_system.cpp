@@ -1,5 +1,6 @@
 #include "project/project_system.h"
 
+#include "project/base/macro_engine.h"
 #include "project/file_type.h"
 
 namespace project {
@@ -161,20 +162,6 @@ void ProjectSystem::loadToolDescriptions(ProjectElement*, const QString&) {}
 
 QStringList ProjectSystem::solutionProjectNames() const {
     return solution_ ? solution_->solution->projectIndex.keys() : QStringList();
-}
-
-QString ProjectSystem::expandMacros(ProjectElement*, const QString&, const QString& text) {
-    return text;
-}
-QString ProjectSystem::expandGlobalMacros(const QString& text) const {
-    return text;
-}
-QStringList ProjectSystem::expandMacroList(ProjectElement*, const QString&, const QStringList& list) {
-    return list;
-}
-QString ProjectSystem::expandProperty(ProjectElement* node, const PropertyClass* propertyClass,
-                                      const QString& configuration) {
-    return expandMacros(node, configuration, propertyValue(node, propertyClass, configuration));
 }
 
 }  // namespace project

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "project/base/macro_engine.h"
 #include "project/change_log.h"
 #include "project/configurations.h"
 #include "project/memory_segment.h"
@@ -35,9 +36,6 @@ using properties::BuildFlags;
 using properties::BuildKind;
 using properties::PropertyClass;
 
-/// Names to values, made for one expansion.
-using MacroTable = QMap<QString, QString>;
-
 /// A refusal that a host shows to the user.
 struct Refusal {
     QString title;
@@ -60,8 +58,7 @@ public:
                   const QString& defaultTemplatesFile);
     ~ProjectSystem() override;
 
-    // -- The tree, and what a host may vary
-    // ------------------------------------------------------------------------
+    // --- The tree, and what a host may vary ---
 
     /// Makes an empty solution of the name in `directory`, and the directory. The caller has closed any
     /// earlier one.
@@ -134,8 +131,7 @@ public:
                                        const QString& objectName, bool absolute);
     virtual void loadToolDescriptions(ProjectElement* node, const QString& configuration);
 
-    // -- Building the tree
-    // -----------------------------------------------------------------------------------------
+    // --- Building the tree ---
 
     /// The direct child folder of the name, or a new one; a non-empty `filter` is stored on a new one.
     ProjectElement* findOrAddFolder(ProjectElement* parent, const QString& name, const QString& filter);
@@ -157,8 +153,7 @@ public:
     /// Rebuilds the tables of project and solution names.
     void rebuildProjectMaps(MappingProgress* progress = nullptr);
 
-    // -- Finding nodes
-    // ---------------------------------------------------------------------------------------------
+    // --- Finding nodes ---
 
     ProjectElement* findFolder(ProjectElement* parent, const QString& name) const;
     /// By the `file_name` as stored, among the direct children.
@@ -173,8 +168,7 @@ public:
     /// The files below `node`, not looking into projects.
     int countFiles(ProjectElement* node) const;
 
-    // -- Values
-    // ----------------------------------------------------------------------------------------------------
+    // --- Values ---
 
     QString propertyValue(ProjectElement* node, const PropertyClass* propertyClass,
                           const QString& configuration, PropertyTrace* trace = nullptr) const;
@@ -200,8 +194,7 @@ public:
     void invalidatePaths(ProjectElement* project);
     const ChangeLog& changeLog() const { return changeLog_; }
 
-    // -- Configurations
-    // --------------------------------------------------------------------------------------------
+    // --- Configurations ---
 
     QStringList inheritedConfigurations(ProjectElement* solution, const QString& configuration) const;
     void setInheritedConfigurations(ProjectElement* node, const QString& configuration,
@@ -213,17 +206,23 @@ public:
     /// Makes a configuration of a solution from what a user typed.
     std::optional<Refusal> addConfiguration(ProjectElement* solution, const QString& name, bool isPrivate);
 
-    // -- Macros
-    // ----------------------------------------------------------------------------------------------------
+    // --- Macros ---
 
+    /// The macros of a node in a configuration. A null node has those that need none.
+    MacroTable macroTable(ProjectElement* node, const QString& configuration);
+    /// `text` with the macros of the node; a text without "$" costs nothing.
     QString expandMacros(ProjectElement* node, const QString& configuration, const QString& text);
-    QString expandGlobalMacros(const QString& text) const;
+    /// The same for a list, at the cost of one table.
     QStringList expandMacroList(ProjectElement* node, const QString& configuration, const QStringList& list);
+    /// `text` with the macros of the user and the environment alone.
+    QString expandGlobalMacros(const QString& text) const;
     QString expandProperty(ProjectElement* node, const PropertyClass* propertyClass,
                            const QString& configuration);
+    /// The same with further macros, which overrule those of the node.
+    QString expandPropertyWith(ProjectElement* node, const PropertyClass* propertyClass,
+                               const QString& configuration, const MacroTable& macros);
 
-    // -- Files
-    // -----------------------------------------------------------------------------------------------------
+    // --- Files ---
 
     /// Writes the solution node to its file, in tree order or sorted; see solution_saver.h.
     bool saveSolution(ProjectElement* solution, bool sorted);
@@ -234,8 +233,7 @@ public:
     /// Why the last save failed, as bytes.
     const QByteArray& saveErrorText() const { return saveErrorText_; }
 
-    // -- State
-    // -----------------------------------------------------------------------------------------------------
+    // --- State ---
 
     /// The root of the open solution, or null.
     ProjectElement* solution() const { return solution_.get(); }
@@ -260,6 +258,7 @@ Q_SIGNALS:
                          const properties::PropertyClass* propertyClass);
 
 private:
+    QString expandWith(const MacroTable& table, const QString& text) const;
     void recordChange(ProjectElement* node, const PropertyClass* propertyClass, const QString& configuration,
                       const QString& oldText, bool nodeWasModified, bool configurationWasModified);
 

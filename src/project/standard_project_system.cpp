@@ -127,6 +127,13 @@ QStringList StandardProjectSystem::codeModelArguments(ProjectElement* node, cons
     return arguments + options.split(u';', Qt::SkipEmptyParts);
 }
 
+void StandardProjectSystem::addMacros(ProjectElement*, const QString&, MacroTable& table) {
+    const QString name = QStringLiteral("CLANGTIDY");
+    if (!macroEngine || !table.value(name).isNull() || !macroEngine->macroValue(name).isNull()) return;
+    table.insert(name,
+                 macroEngine->expand(table, QStringLiteral("$(AtelisDir)/llvm/bin/clang-tidy"), true, true));
+}
+
 void StandardProjectSystem::addCCompilerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
 void StandardProjectSystem::addCppCompilerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
 void StandardProjectSystem::addAssemblerProperties(ProjectElement*, const QString&, PropertyClassList&) {}

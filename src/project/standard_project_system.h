@@ -31,9 +31,10 @@ public:
     bool isExcludedFromBuild(ProjectElement* node, const QString& configuration) override;
     QStringList baseCodeModelArguments(ProjectElement* node, const QString& configuration) override = 0;
     QStringList codeModelArguments(ProjectElement* node, const QString& configuration) override;
+    /// Adds the path of the static analyzer, unless a table has it.
+    void addMacros(ProjectElement* node, const QString& configuration, MacroTable& table) override;
 
-    // -- What a view offers: each appends the classes of its tool
-    // ------------------------------------------------
+    // --- What a view offers: each appends the classes of its tool ---
 
     using PropertyClassList = properties::PropertyClassList;
     virtual void addCCompilerProperties(ProjectElement* node, const QString& configuration,
@@ -53,8 +54,7 @@ public:
     virtual void addHostProperties(ProjectElement* node, const QString& configuration,
                                    PropertyClassList& classes);
 
-    // -- Building
-    // --------------------------------------------------------------------------------------------------
+    // --- Building ---
 
     /// What a build does with the node itself.
     BuildKind classifyNode(ProjectElement* node, const QString& configuration);

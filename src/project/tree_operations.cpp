@@ -114,7 +114,7 @@ void ProjectSystem::removeElement(ProjectElement* node, bool destroy) {
         if (node->isFolder()) parent->folders.removeOne(node);
         parent->modified = true;
     }
-    if (!destroy) taken.release();
+    if (!destroy) static_cast<void>(taken.release());
     taken.reset();
     if (entersMaps) rebuildProjectMaps();
 }
