@@ -41,8 +41,9 @@ QString flags(const Schema& schema, const PropertyClass& property) {
     return letters;
 }
 
+/// One of the limits; nothing when the property has none.
 QString limit(const PropertyClass& property, std::uint32_t value) {
-    return property.hasLimits() ? QString::number(value) : QString();
+    return property.minimum != 0 || property.maximum != 0 ? QString::number(value) : QString();
 }
 
 /// What is told of a property. The listing leaves out what few properties have.
@@ -52,7 +53,7 @@ struct Field {
     QString (*text)(const Schema& schema, const PropertyClass& property);
 };
 
-// clang-format off: one row a field.
+// clang-format off
 constexpr Field fields[] = {
     {"key", true, [](const Schema&, const PropertyClass& p) { return p.name; }},
     {"kind", true, [](const Schema&, const PropertyClass& p) { return properties::kindName(p.kind); }},
