@@ -1,6 +1,7 @@
 #include "cli/global_options.h"
 #include "cli/manifest_command.h"
 #include "cli/output.h"
+#include "cli/schema_command.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -22,6 +23,7 @@ int run(int argc, char** argv) {
     cli::addGlobalOptions(app, globalOptions);
 
     cli::addManifestCommand(app, exitStatus);
+    cli::addSchemaCommand(app, exitStatus);
 
     try {
         app.parse(argc, argv);

@@ -4,7 +4,7 @@ namespace properties {
 
 namespace {
 
-// clang-format off: one row a macro.
+// clang-format off
 constexpr MacroRow general[] = {
     {"Configuration", "The build configuration e.g. ARM Flash Debug."},
     {"EXE", "The default file extension for an executable file including the dot e.g. .elf."},
@@ -20,20 +20,13 @@ constexpr MacroRow general[] = {
     {"OBJ", "The default file extension for an object file including the dot e.g. .o."},
     {"OutDir", "The macro-expanded value of the <b>Output Directory</b> project property."},
     {"PackageExt", "The file extension of a package file e.g. qxPackage."},
-    {"ProjectDir",
-     "The absolute value of the <b>Project Directory</b> project property of the current proje ct. If this "
-     "isn't set then the directory containing the solution file."},
+    {"ProjectDir", "The absolute value of the <b>Project Directory</b> project property of the current proje ct. If this isn't set then the directory containing the solution file."},
     {"ProjectName", "The project name of the current project."},
     {"ProjectNodeName", "The name of the selected project node."},
     {"RootOutDir", "The macro-expanded value of the <b>Root Output Directory</b> project property."},
-    {"RootRelativeOutDir",
-     "The relative path to get from the path specified by the <b>Output Directory</b> project property to "
-     "the path specified by the <b>Root Output Directory</b> project property."},
-    {"RelInputPath",
-     "The relative path to the input file from the project directory or the full path if not relative."},
-    {"RelInputDir",
-     "The relative path to the directory containing the input file from the project directory or dot if not "
-     "relative."},
+    {"RootRelativeOutDir", "The relative path to get from the path specified by the <b>Output Directory</b> project property to the path specified by the <b>Root Output Directory</b> project property."},
+    {"RelInputPath", "The relative path to the input file from the project directory or the full path if not relative."},
+    {"RelInputDir", "The relative path to the directory containing the input file from the project directory or dot if not relative."},
     {"SolutionDir", "The absolute path of the directory containing the solution file."},
     {"SolutionExt", "The extension of the solution file without the dot."},
     {"SolutionFileName", "The filename of the solution file."},
@@ -47,8 +40,7 @@ constexpr MacroRow ofBuildSteps[] = {
     {"CombiningRelInputPaths", "The relative inputs to the combining command."},
     {"StageOutputFilePath", "The full path of the output file of the stage command."},
     {"TargetPath", "The full path of the output file of the link or compile command."},
-    {"RelTargetPath",
-     "The project directory relative path of the output file of the link or compile command."},
+    {"RelTargetPath", "The project directory relative path of the output file of the link or compile command."},
     {"PostLinkOutputFilePath", "The full path of the output file of the post link command."},
     {"MapPath", "The full path of the map file of the external link command."},
     {"RelMapPath", "The relative path of the map file of the external link command."},
@@ -59,8 +51,7 @@ constexpr MacroRow ofBuildSteps[] = {
     {"Undefines", "The preprocessor undefines property value for the external compile command."},
     {"Objects", "A space seperated list of files for the external archive or link command."},
     {"ObjectsFilePath", "The full path containing the files for the external archive or link command."},
-    {"RelObjectsFilePath",
-     "The relative path containing the files for the external archive or link command."},
+    {"RelObjectsFilePath", "The relative path containing the files for the external archive or link command."},
     {"LinkerScriptPath", "The full path of the linker script file for the link command."},
     {"RelLinkerScriptPath", "The relative path of the linker script file for the link command."},
     {"AsmOptions", "A space seperated list of assembler options for the external assemble command."},

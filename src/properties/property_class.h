@@ -79,8 +79,6 @@ public:
     /// Replaces the page, as a tool description does.
     void setPage(const QString& newPage);
 
-    bool hasLimits() const { return kind == Kind::IntegerRange || minimum != 0 || maximum != 0; }
-
     QString name;          ///< the key: the attribute name in files
     QString group;         ///< heading within the page
     QString shortName;     ///< shown to the user

@@ -28,23 +28,37 @@ constexpr ValuesRow valuesRows[] = {
     {"linker_output_format", ""},
 };
 
+struct LimitsRow {
+    const char* key;
+    std::uint32_t minimum;
+    std::uint32_t maximum;
+};
+
+constexpr LimitsRow limitsRows[] = {
+    {"debug_threads_max", 1, 1000},
+};
+
 struct FilterRow {
-    PropertyClass* GeneralProperties::*general;
-    PropertyClass* ToolProperties::*tool;
+    const char* key;
     const char* filter;
 };
 
 /// The filters of the dialogs that select a file.
+// clang-format off
 constexpr FilterRow filterRows[] = {
-    {&GeneralProperties::property_groups_file_path, nullptr, "XML (*.xml)"},
-    {nullptr, &ToolProperties::linker_memory_map_file, "XML (*.xml)"},
-    {nullptr, &ToolProperties::linker_section_placement_file, "XML (*.xml)"},
-    {nullptr, &ToolProperties::debug_register_definition_file, "XML (*.xml)"},
-    {nullptr, &ToolProperties::link_linker_script_file, "LD (*.ld)"},
+    {"property_groups_file_path", "XML (*.xml)"},
+    {"linker_memory_map_file", "XML (*.xml)"},
+    {"linker_section_placement_file", "XML (*.xml)"},
+    {"debug_register_definition_file", "XML (*.xml)"},
+    {"link_linker_script_file", "LD (*.ld)"},
 };
+// clang-format on
 
-constexpr std::uint32_t threadsMinimum = 1;
-constexpr std::uint32_t threadsMaximum = 1000;
+LimitsRow limitsOf(const QString& key) {
+    for (const LimitsRow& row : limitsRows)
+        if (key == QLatin1StringView(row.key)) return row;
+    return {};
+}
 
 /// A class of a row, in the form that its kind asks for.
 std::unique_ptr<PropertyClass> makeClass(const QString& key, Kind kind, const QStringList& values,
@@ -60,8 +74,8 @@ std::unique_ptr<PropertyClass> makeClass(const QString& key, Kind kind, const QS
             return std::make_unique<PropertyClass>(key, kind, values, page, group, title, text, defaultValue,
                                                    order);
         case Kind::IntegerRange:
-            return std::make_unique<PropertyClass>(key, kind, threadsMinimum, threadsMaximum, page, group,
-                                                   title, text, defaultValue.toUInt(), order);
+            return std::make_unique<PropertyClass>(key, kind, limitsOf(key).minimum, limitsOf(key).maximum,
+                                                   page, group, title, text, defaultValue.toUInt(), order);
         default:
             return std::make_unique<PropertyClass>(key, kind, page, group, title, text, defaultValue, order);
     }
@@ -82,21 +96,22 @@ void Schema::addToolRows(const QStringList& loadFileFormats, const QString& gene
     loadFileTypes_ = QStringList{QStringLiteral("Detect")} + loadFileFormats;
     attachSteps(generalTables(), general);
     attachSteps(buildTables(), general);
-    for (const auto& tables : {compilerTables(), linkerTables(), debuggerTables(), externalBuildTables()}) {
-        if (tables.data() == linkerTables().data())
-            for (const IndexedRow& row : indexedRows()) makeIndexedRow(row);
+    const auto addTables = [this](const auto& tables) {
         makeTables(tables, tools);
         attachSteps(tables, tools);
-    }
+    };
+    addTables(compilerTables());
+    for (const IndexedRow& row : indexedRows()) makeIndexedRow(row);
+    addTables(linkerTables());
+    addTables(debuggerTables());
+    addTables(externalBuildTables());
     makeMacros(buildStepMacros());
 
     tools.build_generic_options_file_name->defaultValue = genericOptionsFile;
     tools.link_use_linker_script_file->viewFlag = true;
     tools.linker_output_format->viewFlag = true;
-    for (const FilterRow& row : filterRows) {
-        PropertyClass* const filtered = row.general ? general.*row.general : tools.*row.tool;
-        filtered->specialValue = QString::fromLatin1(row.filter);
-    }
+    for (const FilterRow& row : filterRows)
+        find(QString::fromLatin1(row.key))->specialValue = QString::fromLatin1(row.filter);
 }
 
 void Schema::remove(PropertyClass* propertyClass) {

@@ -1,30 +1,15 @@
-#include <gtest/gtest.h>
-#include <sys/wait.h>
+#include "cli/program.h"
 
-#include <array>
-#include <cstdio>
+#include <gtest/gtest.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
-// Runs the built program.
 namespace {
 
-struct Outcome {
-    int status;
-    std::string output;  ///< both streams
-};
-
-Outcome atelis(const std::string& words) {
-    std::FILE* pipe = ::popen((ATELIS_PROGRAM " " + words + " 2>&1").c_str(), "r");
-    Outcome outcome{};
-    std::array<char, 4096> block;
-    while (const std::size_t got = std::fread(block.data(), 1, block.size(), pipe))
-        outcome.output.append(block.data(), got);
-    outcome.status = WEXITSTATUS(::pclose(pipe));
-    return outcome;
-}
+using namespace cli_test;
 
 class ManifestCommand : public testing::Test {
 protected:
