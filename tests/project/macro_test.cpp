@@ -125,7 +125,8 @@ TEST_F(NodeMacros, ProjectMacrosAndDirectoriesDependOnEachOtherInOrder) {
     macros.setGlobalMacro(q("Base"), q("base"));
     set(engine.solution(), "Common", "macros", "M=$(Base);ToolChainDir=x");
     set(project, "Debug", "macros", "N=n;M=m");
-    EXPECT_EQ(expanded(project, "$(M) $(N) $(ToolChainDir)"), "m n $(AtelisDir)") << "a built-in name stays its own";
+    EXPECT_EQ(expanded(project, "$(M) $(N) $(ToolChainDir)"), "m n $(AtelisDir)")
+        << "a built-in name stays its own";
     EXPECT_EQ(expanded(engine.solution(), "$(M)"), "base");
     set(project, "Common", "build_root_output_directory", "$(IntDir)/$(OutDir)");
     EXPECT_EQ(expanded(project, "$(RootOutDir)"), "Output/Debug/Obj/p/$(OutDir)");
