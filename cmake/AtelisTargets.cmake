@@ -2,7 +2,6 @@
 include(GNUInstallDirs)
 
 add_library(atelis_options INTERFACE)
-target_compile_features(atelis_options INTERFACE cxx_std_20)
 target_compile_options(atelis_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Werror)
 target_compile_definitions(atelis_options INTERFACE
@@ -27,6 +26,7 @@ function(atelis_library name)
     target_include_directories(atelis_${name} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/atelis>)
+    target_compile_features(atelis_${name} PUBLIC cxx_std_20)
     target_link_libraries(atelis_${name} PUBLIC ${arg_DEPENDS} PRIVATE $<BUILD_INTERFACE:atelis_options>)
     set_property(GLOBAL APPEND PROPERTY ATELIS_LIBRARIES atelis_${name})
 endfunction()
