@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -30,7 +32,10 @@ int run(int argc, char** argv) {
     } catch (const CLI::Success& answer) {
         return app.exit(answer);
     } catch (const CLI::ParseError& fault) {
-        cli::reportError(fault.what());
+        const std::vector<std::string> unknown = app.remaining();
+        const bool isCommand =
+            app.get_subcommands().empty() && !unknown.empty() && !unknown[0].starts_with('-');
+        cli::reportError(isCommand ? "unknown command \"" + unknown[0] + '"' : fault.what());
         return wrongWords;
     }
     return exitStatus;

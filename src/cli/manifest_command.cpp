@@ -5,6 +5,8 @@
 #include "manifest/real_disk_interface.h"
 #include "manifest/state.h"
 
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <memory>
@@ -30,7 +32,8 @@ public:
     Status readFile(const std::string& path, std::string* contents, std::string* error) override {
         const bool standardInput = isFirst_ && path == "-";
         isFirst_ = false;
-        return disk_.readFile(standardInput ? "/dev/stdin" : path, contents, error);
+        return standardInput ? manifest::RealDiskInterface::readDescriptor(STDIN_FILENO, contents, error)
+                             : disk_.readFile(path, contents, error);
     }
 
 private:

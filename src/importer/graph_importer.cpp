@@ -147,7 +147,7 @@ void GraphImporter::importCompileStep(Frame& frame, const Node* node, ProjectEle
         arguments.all);
     set(file, tools_.c_preprocessor_definitions, arguments.definitions);
     set(file, tools_.build_dependency_file_name,
-        QStringLiteral("$(ProjectDir)/") + text(variable(edge, "DEP_FILE")));
+        text(std::string("$(ProjectDir)/").append(variable(edge, "DEP_FILE"))));
     set(file, tools_.c_user_include_directories, arguments.userIncludeDirectories);
     set(file, tools_.c_system_include_directories, arguments.systemIncludeDirectories);
     set(file, general_.code_completion_options, arguments.macroFiles);

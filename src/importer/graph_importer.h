@@ -28,6 +28,9 @@ public:
     /// All three outlive the importer; nodes that it is given stay at their places.
     GraphImporter(project::StandardProjectSystem& engine, const Targets& targets, ProjectElement* solution);
 
+    /// Makes room for a graph of so many edges.
+    void reserve(std::size_t edgeCount) { nodeProjects_.reserve(edgeCount); }
+
     /// The project that stands for the node, or null, with all that the node is made from imported. `parent`
     /// is the project for which the node is made, or null at a root.
     ProjectElement* importNode(ProjectElement* parent, const Node* node);

@@ -6,6 +6,7 @@
 #include "manifest/real_disk_interface.h"
 #include "project/base/path.h"
 
+#include <new>
 #include <string>
 
 namespace importer {
@@ -15,6 +16,7 @@ bool importManifest(project::StandardProjectSystem& engine, manifest::State& sta
     project::ProjectElement* const solution =
         engine.newSolution(QStringLiteral("build"), project::Path(manifestFile).dirPath());
     GraphImporter importer(engine, targets, solution);
+    importer.reserve(state.edges().size());
     std::string error;  // without roots the solution stays empty, and is saved all the same
     for (const manifest::Node* root : state.defaultNodes(&error)) importer.importNode(nullptr, root);
     const bool saved = engine.saveSolution(solution, true);
@@ -22,7 +24,7 @@ bool importManifest(project::StandardProjectSystem& engine, manifest::State& sta
     return saved;
 }
 
-int run(int argc, const char* const* argv) {
+int run(int argc, const char* const* argv) try {
     MyProjectSystem engine;
     project::projectSystem = &engine;
 
@@ -34,6 +36,8 @@ int run(int argc, const char* const* argv) {
     if (!parser.load(manifestFile, &error, nullptr)) return 1;
     importManifest(engine, state, manifestFile, readCommandLine(argc, argv));
     return 0;
+} catch (const std::bad_alloc&) {
+    return 1;
 }
 
 }  // namespace importer

@@ -7,7 +7,8 @@
 
 namespace manifest {
 
-/// -1 for an error, 0 for a missing file, else seconds from a point in January 2001, which is no true epoch.
+/// -1 for an error, 0 for a missing file, else seconds from 31 December 2000, 21:06:40 UTC, which is no true
+/// epoch.
 using TimeStamp = std::int32_t;
 
 /// The file system as the engine sees it. Where an operation prints, it prints an error as `manifest::error`

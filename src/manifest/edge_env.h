@@ -17,9 +17,9 @@ class Node;
 /// The variables of one edge as a rule's bindings see them: `in`, `in_newline` and `out`, the statement's
 /// variables, the rule's own bindings and the enclosing scopes. It lives on the stack for one query.
 ///
-/// The reserved names bound the nesting, and each name is expanded once, so the work is that of the rule's
-/// text and the length of the values; a query whose values exceed `maxExpandedBytes` together is fatal. So is
-/// a cycle.
+/// The reserved names bound the nesting, and a value put together from pieces is put together once, so the
+/// work is that of the rule's text and the length of the values; a query whose values exceed
+/// `maxExpandedBytes` together is fatal. So is a cycle.
 class EdgeEnv : public Env {
 public:
     enum class EscapeMode { Shell = 0, None };

@@ -57,22 +57,22 @@ private:
 
     /// The place of the name, or at least the number of entries.
     std::size_t positionOf(std::string_view name) const {
-        if (index_) {
-            const auto equals = [&](Position p) { return entries_[p.value].name.view() == name; };
-            return index_->find(StringPool::hash(name), equals).value;
-        }
+        if (index_) return index_->find(name, textOf()).value;
         std::size_t i = 0;
         while (i < entries_.size() && entries_[i].name.view() != name) ++i;
         return i;
     }
 
+    auto textOf() const {
+        return [this](Position position) { return entries_[position.value].name.view(); };
+    }
+
     void indexEntry(std::size_t position) {
-        index_->insert(StringPool::hash(entries_[position].name.view()),
-                       {static_cast<std::uint32_t>(position)});
+        index_->insert({static_cast<std::uint32_t>(position)}, textOf());
     }
 
     void buildIndex() {
-        index_ = std::make_unique<HashIndex<Position>>();
+        index_ = std::make_unique<HashIndex<Position>>(StringPool::hash);
         for (std::size_t i = 0; i < entries_.size(); ++i) indexEntry(i);
     }
 

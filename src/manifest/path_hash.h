@@ -5,7 +5,7 @@
 
 namespace manifest {
 
-/// The hash of the node table: MurmurHash2 of 32 bits (Austin Appleby, public domain) over the path's bytes,
+/// The hash of the node table: MurmurHash2 of 32 bits over the path's bytes,
 /// with the start value 0xDECAFBAD.
 std::uint32_t hashPath(std::string_view path);
 

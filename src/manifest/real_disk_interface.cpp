@@ -1,8 +1,8 @@
 #include "manifest/real_disk_interface.h"
 
-#include "manifest/huge_pages.h"
 #include "manifest/limits.h"
 #include "manifest/message.h"
+#include "support/huge_pages.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -59,15 +59,22 @@ ssize_t readBlock(int fd, char* block, std::size_t size) {
 }
 
 /// Appends blocks until a read gives nothing; answers the system's error code, 0 for none.
-int readToEnd(int fd, std::string* contents) {
+int readToEnd(int fd, std::uint64_t limit, std::string* contents) {
     std::array<char, blockSize> block;
     for (;;) {
         const ssize_t got = readBlock(fd, block.data(), block.size());
         if (got < 0) return errno;
         if (got == 0) return 0;
         contents->append(block.data(), static_cast<std::size_t>(got));
-        if (contents->size() > maxFileBytes) return EFBIG;
+        if (contents->size() > limit) return EFBIG;
     }
+}
+
+FileReader::Status statusOf(int code, std::string* contents, std::string* error) {
+    if (code == 0) return FileReader::Status::Okay;
+    *error = systemText(code);
+    contents->clear();
+    return FileReader::Status::OtherError;
 }
 
 /// Seconds as a count of 100-nanosecond ticks from 1601 would give them.
@@ -114,16 +121,20 @@ FileReader::Status RealDiskInterface::readFile(const std::string& path, std::str
         *error = systemText(code);
         return Status::NotFound;
     }
+    if (!S_ISREG(status.st_mode)) return readDescriptor(file.get(), contents, error);
     const auto size = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
-    if (S_ISREG(status.st_mode) && size <= maxFileBytes) {
+    if (size <= maxFileBytes) {
         contents->reserve(size);
-        adviseHugePages(contents->data(), contents->capacity());
+        support::adviseHugePages(contents->data(), contents->capacity());
     }
-    code = readToEnd(file.get(), contents);
-    if (code == 0) return Status::Okay;
-    *error = systemText(code);
+    return statusOf(readToEnd(file.get(), maxFileBytes, contents), contents, error);
+}
+
+FileReader::Status RealDiskInterface::readDescriptor(int descriptor, std::string* contents,
+                                                     std::string* error) {
+    error->clear();
     contents->clear();
-    return Status::OtherError;
+    return statusOf(readToEnd(descriptor, maxStreamBytes, contents), contents, error);
 }
 
 TimeStamp RealDiskInterface::stat(const std::string& path, std::string* error) {

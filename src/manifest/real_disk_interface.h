@@ -13,6 +13,8 @@ public:
     /// A path that cannot be opened, a directory included, is `NotFound`. A file beyond `maxFileBytes` is an
     /// error.
     Status readFile(const std::string& path, std::string* contents, std::string* error) override;
+    /// Reads an open descriptor to its end, at most `maxStreamBytes`; it stays open.
+    static Status readDescriptor(int descriptor, std::string* contents, std::string* error);
     TimeStamp stat(const std::string& path, std::string* error) override;
     bool makeDir(const std::string& path) override;
     bool writeFile(const std::string& path, const std::string& contents) override;

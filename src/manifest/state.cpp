@@ -1,13 +1,19 @@
 #include "manifest/state.h"
 
-#include "manifest/path_hash.h"
-
 #include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <utility>
 
 namespace manifest {
+
+namespace {
+
+std::string_view pathOf(const Node* node) {
+    return node->path();
+}
+
+}  // namespace
 
 State::State() {
     bindings_.addRule(strings_.intern(phonyRule().name()), &phonyRule());
@@ -29,12 +35,8 @@ const Pool& State::consolePool() {
     return pool;
 }
 
-Node* State::findNode(std::string_view path, std::uint32_t hash) const {
-    return nodesByPath_.find(hash, [&](const Node* node) { return node->path() == path; });
-}
-
 Node* State::lookupNode(std::string_view path) const {
-    return findNode(path, hashPath(path));
+    return nodesByPath_.find(path, pathOf);
 }
 
 const Pool* State::lookupPool(std::string_view name) const {
@@ -67,10 +69,9 @@ void State::removeLastEdge() {
 }
 
 Node* State::getNode(std::string_view path, std::uint64_t slashBits) {
-    const std::uint32_t hash = hashPath(path);
-    if (Node* node = findNode(path, hash)) return node;
+    if (Node* node = lookupNode(path)) return node;
     Node* node = &nodes_.emplace_back(keepPath(path), slashBits, &memory_);
-    nodesByPath_.insert(hash, node);
+    nodesByPath_.insert(node, pathOf);
     return node;
 }
 

@@ -3,11 +3,12 @@
 #include "manifest/binding_env.h"
 #include "manifest/edge.h"
 #include "manifest/hash_index.h"
-#include "manifest/huge_pages.h"
 #include "manifest/node.h"
+#include "manifest/path_hash.h"
 #include "manifest/pool.h"
 #include "manifest/rule.h"
 #include "manifest/string_pool.h"
+#include "support/huge_pages.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -91,14 +92,13 @@ private:
         std::uint64_t bytesExpanded = 0;
     };
 
-    Node* findNode(std::string_view path, std::uint32_t hash) const;
     std::string_view keepPath(std::string_view path);
 
     /// What grows by the million: texts, nodes, edges, scopes and their lists. It is freed at one stroke.
-    std::pmr::monotonic_buffer_resource memory_{hugePageMemory()};
+    std::pmr::monotonic_buffer_resource memory_{support::hugePageMemory()};
     StringPool strings_{memory_};
     std::pmr::deque<Node> nodes_{&memory_};
-    HashIndex<Node*> nodesByPath_;
+    HashIndex<Node*> nodesByPath_{hashPath};
     std::pmr::deque<Edge> edgeStore_{&memory_};
     std::vector<const Edge*> edges_;
     std::deque<Rule> rules_;

@@ -6,16 +6,23 @@
 
 namespace manifest {
 
+namespace {
+
+std::string_view viewOf(PooledString string) {
+    return string.view();
+}
+
+}  // namespace
+
 std::uint32_t StringPool::hash(std::string_view text) {
     return static_cast<std::uint32_t>(std::hash<std::string_view>{}(text));
 }
 
 PooledString StringPool::intern(std::string_view text) {
-    const std::uint32_t key = hash(text);
-    PooledString string = index_.find(key, [&](PooledString other) { return other.view() == text; });
+    PooledString string = index_.find(text, viewOf);
     if (string == PooledString()) {
         string = store(text);
-        index_.insert(key, string);
+        index_.insert(string, viewOf);
     }
     return string;
 }

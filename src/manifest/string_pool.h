@@ -49,7 +49,7 @@ private:
     PooledString store(std::string_view text);
 
     std::pmr::memory_resource& memory_;
-    HashIndex<PooledString> index_;
+    HashIndex<PooledString> index_{hash};
 };
 
 }  // namespace manifest

@@ -4,25 +4,63 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
+#include <cstdint>
 #include <deque>
+#include <memory>
 
 namespace project {
 
 class ProjectElement;
 
 /// One change of a stored value. It tells the rebuild decision what has changed since an output was made.
-struct ChangeRecord {
-    ProjectElement* node;
-    const properties::PropertyClass* propertyClass;
-    QString configuration;
-    QDateTime time;
-    QString oldText;  ///< null when nothing was stored
-    bool nodeWasModified;
-    bool configurationWasModified;
+class ChangeRecord {
+public:
+    ProjectElement* node() const { return node_; }
+    const properties::PropertyClass* propertyClass() const { return class_; }
+    const QString& configuration() const { return *configuration_; }
+    QDateTime time() const { return QDateTime::fromMSecsSinceEpoch(time_, Qt::UTC); }
+    /// Null when nothing was stored.
+    QString oldText() const { return oldText_ ? *oldText_ : QString(); }
+    bool nodeWasModified() const { return nodeWasModified_; }
+    bool configurationWasModified() const { return configurationWasModified_; }
+
+private:
+    friend class ChangeLog;
+
+    ProjectElement* node_;
+    const properties::PropertyClass* class_;
+    const QString* configuration_;  // of the log's names
+    std::unique_ptr<QString> oldText_;
+    std::int64_t time_;
+    bool nodeWasModified_;
+    bool configurationWasModified_;
 };
 
-/// All changes since the solution was loaded or made, newest last.
-using ChangeLog = std::deque<ChangeRecord>;
+/// All changes since the solution was loaded or made, newest last. An import makes millions, so a record is
+/// small.
+class ChangeLog {
+public:
+    using const_iterator = std::deque<ChangeRecord>::const_iterator;
+
+    /// Adds a record of the present time.
+    void add(ProjectElement* node, const properties::PropertyClass* propertyClass,
+             const QString& configuration, const QString& oldText, bool nodeWasModified,
+             bool configurationWasModified);
+    void clear();
+
+    std::size_t size() const { return records_.size(); }
+    bool isEmpty() const { return records_.empty(); }
+    const ChangeRecord& operator[](std::size_t place) const { return records_[place]; }
+    const_iterator begin() const { return records_.begin(); }
+    const_iterator end() const { return records_.end(); }
+
+private:
+    const QString* nameOf(const QString& configuration);
+
+    std::deque<ChangeRecord> records_;
+    std::deque<QString> configurations_;  // each name once
+};
 
 }  // namespace project

@@ -1,6 +1,9 @@
 #include "project/project_element.h"
 
+#include "support/huge_pages.h"
+
 #include <array>
+#include <memory_resource>
 #include <typeinfo>
 #include <utility>
 #include <vector>
@@ -38,7 +41,21 @@ QByteArray tagBytes(const QString& tag) {
     return kind == Kind::Unknown ? tag.toUtf8() : tags()[static_cast<std::size_t>(kind)];
 }
 
+std::pmr::memory_resource& nodeMemory() {
+    static std::pmr::unsynchronized_pool_resource pool(std::pmr::pool_options{0, sizeof(ProjectElement)},
+                                                       support::hugePageMemory());
+    return pool;
+}
+
 }  // namespace
+
+void* ProjectElement::operator new(std::size_t size) {
+    return nodeMemory().allocate(size);
+}
+
+void ProjectElement::operator delete(void* node, std::size_t size) {
+    nodeMemory().deallocate(node, size);
+}
 
 ProjectElement::ProjectElement(const QString& tag) : XMLElement(tagBytes(tag)), kind(kindOf(tag)) {
     if (isSolution()) solution = std::make_unique<SolutionTables>();

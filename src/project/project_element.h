@@ -43,6 +43,10 @@ public:
     ProjectElement& operator=(const ProjectElement&) = delete;
     ~ProjectElement() override;
 
+    /// Nodes live in blocks of their own, which are kept for the next tree: a solution can have millions.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* node, std::size_t size);
+
     /// A copy of the node with everything below it, all of it modified but the top; it belongs to the caller.
     std::unique_ptr<ProjectElement> deepCopy() const;
 

@@ -20,10 +20,8 @@
 #include <QStringList>
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <optional>
-#include <vector>
 
 namespace build {
 class Builder;

@@ -1,5 +1,7 @@
 #include "project/property_lookup.h"
 
+#include "project/base/text_list.h"
+
 namespace project {
 
 namespace {
@@ -68,24 +70,7 @@ QString localValue(ProjectElement* node, const QString& key, const QString& conf
 }
 
 QStringList listEntries(const QString& value, bool escaped) {
-    if (!escaped) return value.split(u';', Qt::SkipEmptyParts);
-    QStringList entries;
-    QString entry;
-    const auto finish = [&] {
-        if (!entry.isEmpty()) entries.append(entry);
-        entry.clear();
-    };
-    for (qsizetype i = 0; i < value.size(); ++i) {
-        if (value[i] == u'\\' && i + 1 < value.size()) {
-            entry += value[++i];
-        } else if (value[i] == u';') {
-            finish();
-        } else {
-            entry += value[i];
-        }
-    }
-    finish();
-    return entries;
+    return escaped ? escapedEntries(value) : value.split(u';', Qt::SkipEmptyParts);
 }
 
 }  // namespace project

@@ -198,7 +198,7 @@ bool writeSolutionFile(ProjectElement& solution, const QString& filePath, bool s
 }
 
 bool ProjectSystem::saveSolution(ProjectElement* solution, bool sorted) {
-    if (solution->isImport) solution->modified = true;
+    if (solution->isImport) solution->modified = solution->canModify = true;
     if (!solution->attributes.contains(keys::target)) {
         solution->attributes.insert(keys::target, QString::number(targetNumber()));
         solution->modified = true;

@@ -43,6 +43,7 @@ public:
         if (place < size() && entries_.at(place).key == key) {
             entries_[place].value = std::move(value);
         } else {
+            makeRoom();
             entries_.insert(place, Entry{key, std::move(value)});
         }
     }
@@ -68,6 +69,13 @@ public:
     }
 
 private:
+    /// Small maps grow by a few entries at a time: doubling would cost a large tree a third of its memory.
+    void makeRoom() {
+        if (entries_.size() == entries_.capacity())
+            entries_.reserve(
+                entries_.isEmpty() ? 1 : entries_.size() + std::max<qsizetype>(3, entries_.size() / 2));
+    }
+
     const_iterator lowerBound(QStringView key) const {
         return std::lower_bound(begin(), end(), key, [](const Entry& entry, QStringView name) {
             return QStringView(entry.key) < name;

@@ -47,8 +47,7 @@ void ProjectSystem::clearPropertyValue(ProjectElement* node, const PropertyClass
 void ProjectSystem::recordChange(ProjectElement* node, const PropertyClass* propertyClass,
                                  const QString& configuration, const QString& oldText, bool nodeWasModified,
                                  bool configurationWasModified) {
-    changeLog_.push_back({node, propertyClass, configuration, QDateTime::currentDateTimeUtc(), oldText,
-                          nodeWasModified, configurationWasModified});
+    changeLog_.add(node, propertyClass, configuration, oldText, nodeWasModified, configurationWasModified);
     Q_EMIT propertyChanged(node, configuration, propertyClass);
 }
 

@@ -59,20 +59,27 @@ TEST_F(ManifestCommand, PrintsTheEnginesErrorAsItIs) {
     const std::string broken = file("broken", "build a b\n");
     Outcome outcome = atelis("manifest " + broken);
     EXPECT_EQ(
-        outcome.output,
+        outcome.errors,
         broken + ":1: expected ':', got newline ($ also escapes ':')\nbuild a b\n         ^ near here\n");
     EXPECT_EQ(outcome.status, 1);
 
     outcome = atelis("manifest " + folder);
-    EXPECT_EQ(outcome.output, "loading '" + folder + "': Is a directory\n");
+    EXPECT_EQ(outcome.errors, "loading '" + folder + "': Is a directory\n");
     EXPECT_EQ(outcome.status, 1);
 
     outcome = atelis("manifest --roots " + file("cycle", "build a: phony b\nbuild b: phony a\n"));
-    EXPECT_EQ(outcome.output, "could not determine root nodes of build graph\n");
+    EXPECT_EQ(outcome.errors, "could not determine root nodes of build graph\n");
     EXPECT_EQ(outcome.status, 1);
 
     outcome = atelis("manifest " + file("good", "build a: phony\n") + " > /dev/full");
     EXPECT_EQ(outcome.status, 1);
+}
+
+TEST(Atelis, NamesACommandThatItDoesNotKnow) {
+    const Outcome outcome = atelis("nosuch --edges");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(outcome.errors, "atelis: error: unknown command \"nosuch\"\n");
+    EXPECT_EQ(outcome.output, "");
 }
 
 TEST(Atelis, AnswersHelpAndVersionAndRefusesWrongWords) {
@@ -86,8 +93,8 @@ TEST(Atelis, AnswersHelpAndVersionAndRefusesWrongWords) {
           "manifest --edges --roots x", "manifest --binding", "-D =x manifest x", "-D x manifest x"}) {
         const Outcome outcome = atelis(words);
         EXPECT_EQ(outcome.status, 2) << words;
-        EXPECT_EQ(outcome.output.rfind("atelis: error: ", 0), 0u) << words << outcome.output;
-        EXPECT_EQ(outcome.output.find('\n'), outcome.output.size() - 1) << words << outcome.output;
+        EXPECT_EQ(outcome.errors.rfind("atelis: error: ", 0), 0u) << words << outcome.errors;
+        EXPECT_EQ(outcome.errors.find('\n'), outcome.errors.size() - 1) << words << outcome.errors;
     }
 }
 

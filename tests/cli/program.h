@@ -11,17 +11,29 @@ namespace cli_test {
 
 struct Outcome {
     int status;
-    std::string output;  ///< both streams
+    std::string output;
+    std::string errors;
 };
+
+inline std::string drained(std::FILE* stream) {
+    std::string text;
+    std::array<char, 4096> block;
+    while (const std::size_t got = std::fread(block.data(), 1, block.size(), stream))
+        text.append(block.data(), got);
+    return text;
+}
 
 /// `words` are the command line behind the program's name, as a shell takes it.
 inline Outcome atelis(const std::string& words) {
-    std::FILE* pipe = ::popen((ATELIS_PROGRAM " " + words + " 2>&1").c_str(), "r");
+    std::FILE* const errors = std::tmpfile();
+    const std::string redirection = " 2>&" + std::to_string(::fileno(errors));
+    std::FILE* const pipe = ::popen((ATELIS_PROGRAM " " + words + redirection).c_str(), "r");
     Outcome outcome{};
-    std::array<char, 4096> block;
-    while (const std::size_t got = std::fread(block.data(), 1, block.size(), pipe))
-        outcome.output.append(block.data(), got);
+    outcome.output = drained(pipe);
     outcome.status = WEXITSTATUS(::pclose(pipe));
+    std::rewind(errors);
+    outcome.errors = drained(errors);
+    std::fclose(errors);
     return outcome;
 }
 

@@ -56,9 +56,9 @@ TEST(SchemaCommand, FailuresSetTheStatus) {
     for (const char* key : {"nosuch", "date_created", "''", "'$(OutDir)'", "debug_additional_load_file0"}) {
         const Outcome outcome = atelis(std::string("schema ") + key);
         EXPECT_EQ(outcome.status, 1) << key;
-        EXPECT_THAT(outcome.output, StartsWith("atelis: error: no property \"")) << key;
+        EXPECT_THAT(outcome.errors, StartsWith("atelis: error: no property \"")) << key;
     }
-    EXPECT_EQ(atelis("schema nosuch").output, "atelis: error: no property \"nosuch\"\n");
+    EXPECT_EQ(atelis("schema nosuch").errors, "atelis: error: no property \"nosuch\"\n");
     EXPECT_EQ(atelis("schema --macros filter").status, 2);
     EXPECT_EQ(atelis("schema --unknown").status, 2);
     EXPECT_EQ(atelis("schema >/dev/full").status, 1);

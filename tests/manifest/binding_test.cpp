@@ -105,10 +105,13 @@ TEST(EdgeBindingDeathTest, EndsTheProcessInACycle) {
 
 TEST(EdgeBindingDeathTest, EndsTheProcessForAnEndlessValue) {
     std::string doubling = "v0 = 0123456789\n";
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 23; ++i)
         doubling +=
             "v" + std::to_string(i + 1) + " = $v" + std::to_string(i) + "$v" + std::to_string(i) + "\n";
-    const auto limit = (std::uint64_t{64} << 20) + 32 * doubling.size();
+    const std::string once = doubling + "a = $v23$v23$v23$v23\n";
+    EXPECT_EXIT(Graph{once}, testing::ExitedWithCode(1), "expanded value is longer than 268435456 bytes");
+    for (int i = 0; i < 8; ++i) doubling += "a" + std::to_string(i) + " = ${v23}" + std::to_string(i) + "\n";
+    const auto limit = (std::uint64_t{512} << 20) + 32 * doubling.size();
     EXPECT_EXIT(Graph{doubling}, testing::ExitedWithCode(1),
                 "expanded values are longer than " + std::to_string(limit) + " bytes together");
 

@@ -1,4 +1,5 @@
 #include "manifest/graph_reader.h"
+#include "manifest/path_hash.h"
 
 #include <gtest/gtest.h>
 
@@ -54,6 +55,43 @@ TEST(Large, ReadsEachShapeInLinearTime) {
         std::string error;
         EXPECT_EQ(graph.state.defaultNodes(&error).size(), row.roots) << row.name;
     }
+}
+
+/// Two texts of equal hash wherever they stand, so that n places make 2^n paths of one hash.
+std::string collidingPath(unsigned bits, int places) {
+    const std::string halves[] = {
+        "\x27"
+        "\x9b"
+        "\xe2"
+        "\xd7"
+        "\xcd"
+        "\x13"
+        "\x49"
+        "\x22",
+        "\xa7"
+        "\xbc"
+        "\x55"
+        "\x8a"
+        "\x4d"
+        "\xf2"
+        "\xd5"
+        "\x6f"};
+    std::string path;
+    for (int place = 0; place < places; ++place) path += halves[bits >> place & 1];
+    return path;
+}
+
+TEST(Large, PathsThatWereMadeToCollideCostWhatOthersDo) {
+    constexpr int places = 16;
+    ASSERT_EQ(manifest::hashPath(collidingPath(1, places)), manifest::hashPath(collidingPath(6, places)));
+    std::string text;
+    for (unsigned bits = 0; bits < 1U << places; ++bits)
+        text += "build " + collidingPath(bits, places) + ": phony\n";
+    const Graph graph(text);
+    EXPECT_EQ(graph.error, "");
+    EXPECT_EQ(graph.state.nodeCount(), 1U << places);
+    EXPECT_NE(graph.state.lookupNode(collidingPath(77, places)), nullptr);
+    EXPECT_EQ(graph.state.lookupNode(collidingPath(77, places) + "x"), nullptr);
 }
 
 }  // namespace

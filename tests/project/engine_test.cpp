@@ -12,7 +12,7 @@ TEST_F(EngineOperations, ClosingLeavesTheEngineAsItWasMade) {
     set(project, "Debug", "build_quietly", "No");
     engine.closeSolution();
     EXPECT_EQ(engine.solution(), nullptr);
-    EXPECT_TRUE(engine.changeLog().empty());
+    EXPECT_TRUE(engine.changeLog().isEmpty());
     EXPECT_TRUE(engine.solutionNames().isEmpty());
     EXPECT_TRUE(engine.solutionProjectNames().isEmpty());
     EXPECT_TRUE(engine.solutionFileName().isEmpty());

@@ -78,6 +78,7 @@ TEST(Path, RelativePaths) {
         {"C:/x/y", "C:/x/z", true, "../z"},
         {"/a/b", ".", true, ""},
         {"/A/b", "/a/B/c", true, "c"},
+        {"\\a\\b", "/a/b/c", true, "c"},
         {"/a/b/c", "/a/b", true, ".."},
         {"/a", "/a/./b/../c", true, "c"},
     };
@@ -102,7 +103,7 @@ TEST(Path, RelativeFilePaths) {
 TEST(Path, WildcardsAreExpandedComponentByComponent) {
     QTemporaryDir directory;
     const auto file = [&](const char* name) { return directory.filePath(QString::fromUtf8(name)); };
-    for (const char* name : {"b/one.c", "a/one.c", "a/two.c", "a/x.h", "one.c/x.h"}) {
+    for (const char* name : {"b/one.c", "a/one.c", "a/two.c", "a/x.h", "one.c/x.h", "s/x[1].c", "s/x1.c"}) {
         makeDirectoryFor(file(name));
         QFile(file(name)).open(QIODevice::WriteOnly);
     }
@@ -112,10 +113,11 @@ TEST(Path, WildcardsAreExpandedComponentByComponent) {
         for (QString& path : list) path.remove(0, directory.path().size() + 1);
         return list.join(u' ').toStdString();
     };
-    EXPECT_EQ(expanded("*/*.c"), "a/one.c a/two.c b/one.c");
+    EXPECT_EQ(expanded("?/*.c"), "a/one.c a/two.c b/one.c s/x1.c s/x[1].c");
     EXPECT_EQ(expanded("*/one.c"), "a/one.c b/one.c");
     EXPECT_EQ(expanded("?/x.h"), "a/x.h");
     EXPECT_EQ(expanded("a/x.h"), "a/x.h");
+    EXPECT_EQ(expanded("s/x[1]*"), "s/x[1].c");
     EXPECT_EQ(expanded("a/nosuch"), "");
     EXPECT_EQ(expanded("nosuch/*"), "");
 }

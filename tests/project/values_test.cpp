@@ -127,11 +127,11 @@ TEST_F(Values, SettingRecordsTheChangeAndMarksTheConfigurationOnly) {
     EXPECT_TRUE(file->configurations.value(u"Debug")->modified);
     EXPECT_TRUE(engine.isModified(project, false));
     ASSERT_EQ(engine.changeLog().size(), 2U);
-    EXPECT_TRUE(engine.changeLog()[0].oldText.isNull());
-    EXPECT_EQ(engine.changeLog()[1].oldText, q("Yes"));
-    EXPECT_FALSE(engine.changeLog()[1].nodeWasModified);
-    EXPECT_TRUE(engine.changeLog()[1].configurationWasModified);
-    EXPECT_LE(engine.changeLog()[1].time, QDateTime::currentDateTimeUtc());
+    EXPECT_TRUE(engine.changeLog()[0].oldText().isNull());
+    EXPECT_EQ(engine.changeLog()[1].oldText(), q("Yes"));
+    EXPECT_FALSE(engine.changeLog()[1].nodeWasModified());
+    EXPECT_TRUE(engine.changeLog()[1].configurationWasModified());
+    EXPECT_LE(engine.changeLog()[1].time(), QDateTime::currentDateTimeUtc());
     engine.clearPropertyValue(file, property("c_ignore_includes"), q("Debug"));
     engine.clearPropertyValue(file, property("c_ignore_includes"), q("Debug"));
     EXPECT_EQ(engine.changeLog().size(), 4U);

@@ -80,11 +80,18 @@ TEST(Parser, ElementsAndAttributes) {
             {"<a><b>", "null"},
             {"<a/><b>", "<a></>"},
             {"<a b=\"x", "null"},
-            {"<a/>\0<b/>", "<a></>"},
             {"</a><b/>", "<b></>"},
             {"<>x</>", "<></>"},
         },
         false);
+}
+
+TEST(Parser, ANulEndsTheText) {
+    XMLDocument document;
+    EXPECT_TRUE(document.parseText(QByteArray("<a/>\0<b/>", 9)));
+    EXPECT_EQ(shown(document.root()), "<a></>");
+    EXPECT_TRUE(document.parseText("<a b='x&#0;y'/>"));
+    EXPECT_EQ(shown(document.root()), "<a b=[x]></>");
 }
 
 TEST(Parser, ErrorsStopWithTheirLine) {

@@ -1,5 +1,7 @@
 #include "project/base/macro_engine.h"
 
+#include "project/base/text_list.h"
+
 #include <QDateTime>
 
 #include <optional>
@@ -150,28 +152,10 @@ void MacroEngine::setGlobalMacro(const QString& name, const QString& value) {
 
 MacroTable MacroEngine::parseMacros(const QString& text) {
     MacroTable table;
-    QString name;
-    QString value;
-    bool inValue = false;
-    const auto finish = [&] {
-        if (inValue || !name.isEmpty()) table.insert(name, value);
-        name.clear();
-        value.clear();
-        inValue = false;
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        QString& part = inValue ? value : name;
-        if (text[i] == u'\\' && i + 1 < text.size()) {
-            part += text[++i];
-        } else if (text[i] == u';') {
-            finish();
-        } else if (text[i] == u'=' && !inValue) {
-            inValue = true;
-        } else {
-            part += text[i];
-        }
+    for (const QString& entry : escapedEntries(text)) {
+        const qsizetype cut = entry.indexOf(u'=');
+        table.insert(cut < 0 ? entry : entry.left(cut), cut < 0 ? QStringLiteral("") : entry.mid(cut + 1));
     }
-    finish();
     return table;
 }
 

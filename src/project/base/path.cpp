@@ -42,7 +42,8 @@ QString normalise(const QString& text) {
 }
 
 QString absolute(const QString& text) {
-    return hasDriveLetter(text) ? normalise(text) : QDir::cleanPath(QFileInfo(text).absoluteFilePath());
+    const QString normal = normalise(text);
+    return hasDriveLetter(normal) ? normal : QDir::cleanPath(QFileInfo(normal).absoluteFilePath());
 }
 
 }  // namespace
@@ -159,6 +160,8 @@ void Path::expandWildcards(QStringList& list) const {
     const auto isPattern = [](const QString& component) {
         return component.contains(u'*') || component.contains(u'?');
     };
+    // A directory's listing takes "[" for the beginning of a set.
+    const auto nameFilter = [](QString component) { return component.replace(u'[', QStringLiteral("[[]")); };
     const auto isLast = [&](qsizetype i) { return i + 1 == components.size(); };
 
     QStringList found{QString()};  // what the components so far stand for, each with its "/" behind it
@@ -175,7 +178,7 @@ void Path::expandWildcards(QStringList& list) const {
             const QDir directory(prefix.isEmpty() ? QStringLiteral(".") : prefix);
             const QDir::Filters filters = (isLast(i) ? QDir::AllEntries : QDir::Dirs) | QDir::Hidden |
                                           QDir::System | QDir::NoDotAndDotDot;
-            const QStringList entries = directory.entryList({components[i]}, filters, QDir::Name);
+            const QStringList entries = directory.entryList({nameFilter(components[i])}, filters, QDir::Name);
             for (const QString& entry : entries) next.append(prefix + entry + end);
         }
         found = next;

@@ -27,6 +27,7 @@ public:
     const QString& native() const;
     /// The normal text in lower case, by which paths are compared.
     const QString& key() const;
+    /// Of the text as given; "." has an empty normal text and is not empty.
     bool isEmpty() const;
 
     friend bool operator==(const Path& a, const Path& b) {

@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <memory_resource>
 
-namespace manifest {
+namespace support {
 
-/// Asks the system to back a large stretch of fresh memory with large pages. A manifest of hundreds of
+/// Asks the system to back a large stretch of fresh memory with large pages. A file of hundreds of
 /// megabytes otherwise spends a third of its time in page faults. Only a hint: it never fails, and small
 /// stretches are left.
 void adviseHugePages(void* begin, std::size_t size);
@@ -14,4 +14,4 @@ void adviseHugePages(void* begin, std::size_t size);
 /// as the blocks of a `monotonic_buffer_resource`. One object serves the process.
 std::pmr::memory_resource* hugePageMemory();
 
-}  // namespace manifest
+}  // namespace support

@@ -1,10 +1,10 @@
-#include "manifest/huge_pages.h"
+#include "support/huge_pages.h"
 
 #include <sys/mman.h>
 
 #include <memory>
 
-namespace manifest {
+namespace support {
 
 namespace {
 
@@ -37,4 +37,4 @@ std::pmr::memory_resource* hugePageMemory() {
     return &memory;
 }
 
-}  // namespace manifest
+}  // namespace support

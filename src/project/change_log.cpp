@@ -1,0 +1,31 @@
+#include "project/change_log.h"
+
+#include <algorithm>
+
+namespace project {
+
+void ChangeLog::add(ProjectElement* node, const properties::PropertyClass* propertyClass,
+                    const QString& configuration, const QString& oldText, bool nodeWasModified,
+                    bool configurationWasModified) {
+    ChangeRecord record;
+    record.node_ = node;
+    record.class_ = propertyClass;
+    record.configuration_ = nameOf(configuration);
+    if (!oldText.isNull()) record.oldText_ = std::make_unique<QString>(oldText);
+    record.time_ = QDateTime::currentMSecsSinceEpoch();
+    record.nodeWasModified_ = nodeWasModified;
+    record.configurationWasModified_ = configurationWasModified;
+    records_.push_back(std::move(record));
+}
+
+void ChangeLog::clear() {
+    records_.clear();
+    configurations_.clear();
+}
+
+const QString* ChangeLog::nameOf(const QString& configuration) {
+    const auto known = std::find(configurations_.begin(), configurations_.end(), configuration);
+    return known != configurations_.end() ? &*known : &configurations_.emplace_back(configuration);
+}
+
+}  // namespace project
