@@ -13,8 +13,8 @@ namespace importer {
 /// quote is doubled.
 void splitArguments(std::string_view text, QStringList& list);
 
-/// Takes every leading "cd DIRECTORY && " out of `command`, with the shell call that may be wrapped around
-/// it. `workingDirectory` becomes the last of these directories, or empty.
+/// Takes every "cd DIRECTORY && ", wherever it stands, out of `command`, with the shell call that may be
+/// wrapped around it. `workingDirectory` becomes the last of these directories, or empty.
 void splitCommand(std::string& workingDirectory, std::string& command);
 
 }  // namespace importer

@@ -66,8 +66,8 @@ GraphImporter::GraphImporter(project::StandardProjectSystem& engine, const Targe
       targets_(targets),
       solution_(solution) {}
 
-ProjectElement* GraphImporter::importNode(ProjectElement* parent, const Node* node) {
-    ProjectElement* result = enter(parent, node);
+ProjectElement* GraphImporter::importNode(const Node* root) {
+    ProjectElement* result = enter(nullptr, root);
     while (!open_.empty()) {
         Frame& frame = open_.back();
         if (frame.nextInput < frame.edge->inputs().size()) {
@@ -133,7 +133,7 @@ void GraphImporter::importCompileStep(Frame& frame, const Node* node, ProjectEle
         engine_.propertyValue(parent, general_.project_type, commonConfiguration) == combiningType) {
         parent = frame.item = newProject(node, objectFileType);
     }
-    ProjectElement* const folder = engine_.findOrAddFolder(parent, text(ruleName), QString());
+    ProjectElement* const folder = folderOf(parent, ruleName);
     if (edge.inputs().empty()) return;
     ProjectElement* const file = engine_.addFile(folder, text(edge.inputs().front()->path()));
     set(file, general_.build_object_file_name, text(edge.outputs().front()->path()));
@@ -219,6 +219,12 @@ bool GraphImporter::importSecondWay(Frame& frame, const Node* node, std::string_
 
 ProjectElement* GraphImporter::newProject(const Node* node, const QString& type) {
     return engine_.newProject(solution_, text(node->path()), QString(), type);
+}
+
+ProjectElement* GraphImporter::folderOf(ProjectElement* project, std::string_view ruleName) {
+    ProjectElement*& folder = folders_[{project, ruleName}];
+    if (!folder) folder = engine_.findOrAddFolder(project, text(ruleName), QString());
+    return folder;
 }
 
 void GraphImporter::hide(ProjectElement* project) {

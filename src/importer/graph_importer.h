@@ -8,9 +8,11 @@
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace importer {
@@ -31,9 +33,8 @@ public:
     /// Makes room for a graph of so many edges.
     void reserve(std::size_t edgeCount) { nodeProjects_.reserve(edgeCount); }
 
-    /// The project that stands for the node, or null, with all that the node is made from imported. `parent`
-    /// is the project for which the node is made, or null at a root.
-    ProjectElement* importNode(ProjectElement* parent, const Node* node);
+    /// Imports a root with all that it is made from; answers the project that stands for it, or null.
+    ProjectElement* importNode(const Node* root);
 
 private:
     /// A node whose inputs are being walked.
@@ -60,6 +61,8 @@ private:
     /// A hidden project for a further way to a product that has one; false when it has none.
     bool importSecondWay(Frame& frame, const Node* node, std::string_view target);
     ProjectElement* newProject(const Node* node, const QString& type);
+    /// The folder of a project that holds the compile steps of one rule.
+    ProjectElement* folderOf(ProjectElement* project, std::string_view ruleName);
     void hide(ProjectElement* project);
     void set(ProjectElement* element, const project::PropertyClass* property, const QString& value);
     void setPostBuildCommand(ProjectElement* project, const Edge& edge, const project::PropertyClass* command,
@@ -71,6 +74,8 @@ private:
     const Targets& targets_;
     ProjectElement* const solution_;
     CompileTranslator translator_;
+    std::map<std::pair<ProjectElement*, std::string_view>, ProjectElement*>
+        folders_;  ///< by project and rule name
     std::vector<Frame> open_;
     std::unordered_map<const Node*, ProjectElement*> nodeProjects_;         ///< what each node yielded
     std::unordered_map<std::string_view, ProjectElement*> targetProjects_;  ///< by the product's path

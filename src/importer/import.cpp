@@ -11,6 +11,19 @@
 
 namespace importer {
 
+namespace {
+
+/// Makes an engine the one of the process for as long as this object lives.
+class EngineOfTheProcess {
+public:
+    explicit EngineOfTheProcess(project::ProjectSystem& engine) { project::projectSystem = &engine; }
+    EngineOfTheProcess(const EngineOfTheProcess&) = delete;
+    EngineOfTheProcess& operator=(const EngineOfTheProcess&) = delete;
+    ~EngineOfTheProcess() { project::projectSystem = nullptr; }
+};
+
+}  // namespace
+
 bool importManifest(project::StandardProjectSystem& engine, manifest::State& state, const char* manifestFile,
                     const Targets& targets) {
     project::ProjectElement* const solution =
@@ -18,7 +31,7 @@ bool importManifest(project::StandardProjectSystem& engine, manifest::State& sta
     GraphImporter importer(engine, targets, solution);
     importer.reserve(state.edges().size());
     std::string error;  // without roots the solution stays empty, and is saved all the same
-    for (const manifest::Node* root : state.defaultNodes(&error)) importer.importNode(nullptr, root);
+    for (const manifest::Node* root : state.defaultNodes(&error)) importer.importNode(root);
     const bool saved = engine.saveSolution(solution, true);
     engine.closeSolution();
     return saved;
@@ -26,7 +39,7 @@ bool importManifest(project::StandardProjectSystem& engine, manifest::State& sta
 
 int run(int argc, const char* const* argv) try {
     MyProjectSystem engine;
-    project::projectSystem = &engine;
+    const EngineOfTheProcess current(engine);
 
     constexpr const char* manifestFile = "build.ninja";
     manifest::State state;

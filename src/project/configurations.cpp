@@ -20,7 +20,7 @@ bool renameAt(ProjectElement& node, const QString& oldName, const QString& newNa
         QStringList names = listEntries(*inherited, false);
         for (QString& entry : names)
             if (entry == oldName) entry = newName;
-        child->attributes.insert(inheritedKey, names.join(u';'));
+        child->attributes.insert(inheritedKey, storedText(names.join(u';')));
         child->modified = true;
     }
     if (ProjectElement* const renamed = node.configurations.value(oldName)) {
@@ -73,7 +73,7 @@ void ProjectSystem::setInheritedConfigurations(ProjectElement* node, const QStri
     if (!owner || inheritedConfigurations(owner, configuration) == names) return;
     ProjectElement* child = owner->configurations.value(configuration);
     if (!child) child = createConfiguration(owner, configuration);
-    child->attributes.insert(inheritedKey, names.join(u';'));
+    child->attributes.insert(inheritedKey, storedText(names.join(u';')));
     child->modified = true;
     rebuildInheritanceIndex(*owner);
     Q_EMIT configurationsChanged(owner);

@@ -9,7 +9,7 @@ namespace {
 /// The last component of a text that needs no normalising to have one, or a null text.
 QString plainLastComponent(const QString& fileName) {
     const qsizetype slash = std::max(fileName.lastIndexOf(u'/'), fileName.lastIndexOf(u'\\'));
-    const QString last = fileName.mid(slash + 1);
+    QString last = fileName.mid(slash + 1);
     return last.isEmpty() || last == u"." || last == u".." ? QString() : last;
 }
 
@@ -69,15 +69,15 @@ void resolveOther(ProjectElement& node) {
 }  // namespace
 
 QString ProjectElement::elementName() {
-    const QString name = attributes.value(keys::name);
+    QString name = attributes.value(keys::name);
     if (!name.isEmpty()) return name;
     const QString* const fileName = attributes.find(keys::fileName);
     if (!fileName) return QStringLiteral("<NULL>");
     if (fileNameHasMacros) return Path(*fileName).fileName();
     // A plain name needs no resolving for its last component; a million files are named when a solution is
     // saved.
-    if (!pathValid && !fileName->contains(u'$')) {
-        const QString last = plainLastComponent(*fileName);
+    if (!pathValid && (isFile() || isFolder()) && !fileName->contains(u'$')) {
+        QString last = plainLastComponent(*fileName);
         if (!last.isNull()) return last;
     }
     resolvePaths(commonConfiguration);

@@ -41,21 +41,10 @@ QString documentType(const QString& filePath) {
     QFile file(filePath);
     if (!file.open(QIODevice::ReadOnly)) return {};
     const QByteArray head = file.read(1024);
-    qsizetype place = 0;
-    if (head.startsWith("\xef\xbb\xbf")) place = 3;
-    const auto skipBlanks = [&] {
-        while (place < head.size() && QByteArrayView(" \t\r\n").contains(head[place])) ++place;
-    };
-    skipBlanks();
-    while (head.mid(place, 2) == "<?") {
-        const qsizetype end = head.indexOf("?>", place);
-        if (end < 0) return {};
-        place = end + 2;
-        skipBlanks();
-    }
     const QByteArray opening("<!DOCTYPE ");
-    if (head.mid(place, opening.size()) != opening) return {};
-    place += opening.size();
+    const qsizetype declaration = head.indexOf(opening);
+    if (declaration < 0) return {};
+    const qsizetype place = declaration + opening.size();
     qsizetype end = place;
     while (end < head.size() && isNameByte(head[end])) ++end;
     return QString::fromLatin1(head.mid(place, end - place));
@@ -67,7 +56,7 @@ QString recogniseFileType(const QString& filePath, const ProductExtensions& prod
     const QString extension = Path(filePath).extension(false).toLower();
     if (extension.isEmpty()) return {};
     if (extension == u"xml") return typeIn(documentTypeRows, documentType(filePath));
-    const QString sourceType = typeIn(extensionRows, extension);
+    QString sourceType = typeIn(extensionRows, extension);
     if (!sourceType.isEmpty()) return sourceType;
     const auto is = [&](const QString& product) { return product.size() > 1 && product.mid(1) == extension; };
     if (is(products.object)) return QStringLiteral("Object file");

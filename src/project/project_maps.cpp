@@ -51,7 +51,7 @@ void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& so
     enterSolution(root);
 }
 
-bool enterAppendedProject(ProjectElement& project) {
+bool enterAppendedProject(ProjectElement& project, QMap<QString, ProjectElement*>& solutions) {
     // Behind a project of the root nothing follows; elsewhere a later project may own the same name.
     const bool belowRoot = project.parentElement() && !project.parentElement()->parentElement();
     bool isLast = true;
@@ -61,6 +61,8 @@ bool enterAppendedProject(ProjectElement& project) {
     if (!isLast) return false;
     forEachSolutionAround(project, [&](ProjectElement& solution, const QString& key) {
         solution.solution->projectIndex.insert(key, &project);
+        solutions.insert(solution.elementName(), &solution);
+        rebuildInheritanceIndex(solution);
     });
     return true;
 }

@@ -20,9 +20,10 @@ public:
 void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions,
                         MappingProgress* progress);
 
-/// Enters one project that was appended as the last child of its parent, at the cost of one. Where its place
-/// in the order of equal names cannot be told, answers false and has entered nothing.
-bool enterAppendedProject(ProjectElement& project);
+/// Enters one project that was appended as the last child of its parent, with the solutions around it, at
+/// the cost of one. Where its place in the order of equal names cannot be told, answers false and has entered
+/// nothing.
+bool enterAppendedProject(ProjectElement& project, QMap<QString, ProjectElement*>& solutions);
 
 /// The projects in `node`, its following siblings and below them.
 int countProjects(ProjectElement* node);

@@ -18,6 +18,7 @@ ProjectSystem::~ProjectSystem() = default;
 void ProjectSystem::closeSolution() {
     solutionIndex_.clear();
     solution_.reset();
+    leftOpen_.clear();
     changeLog_.clear();
     solutionFileName_.clear();
     templatesFile_ = defaultTemplatesFile_;
@@ -68,7 +69,7 @@ QString ProjectSystem::executableExtension() {
     return {};
 }
 QString ProjectSystem::templatesFilePath() {
-    return templatesFile_;
+    return macroEngine ? macroEngine->expandSystem(templatesFile_) : templatesFile_;
 }
 QString ProjectSystem::displayText(const char* text) {
     return QString::fromLatin1(text);

@@ -22,6 +22,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace build {
 class Builder;
@@ -44,9 +45,9 @@ struct Refusal {
 /// them is one of its members. This class holds what does not depend on a tool chain; a host derives from
 /// `StandardProjectSystem`.
 ///
-/// Nodes that operations take and answer belong to the tree unless an operation says otherwise; a null node
-/// is answered with a null text, false or an empty list. No operation throws. One thread only; signals are
-/// direct calls.
+/// Nodes that operations take and answer belong to the tree unless an operation says otherwise. The virtual
+/// operations answer a null node with a null text, false or an empty list. No operation throws. One thread
+/// only; signals are direct calls.
 class ProjectSystem : public QObject {
     Q_OBJECT
 
@@ -262,6 +263,8 @@ private:
 
     std::unique_ptr<properties::Schema> schema_;
     std::unique_ptr<ProjectElement> solution_;
+    std::vector<std::unique_ptr<ProjectElement>>
+        leftOpen_;  // what newSolution replaced; it may still be pointed at
     QMap<QString, ProjectElement*> solutionIndex_;
     QString solutionFileName_;
     QString templatesFile_;

@@ -11,7 +11,7 @@ namespace {
 QStringList inheritedAt(ProjectElement* node, const QString& configuration) {
     for (; node; node = node->parentElement()) {
         if (!node->isSolution()) continue;
-        const QStringList names = node->solution->inheritanceIndex.value(configuration);
+        QStringList names = node->solution->inheritanceIndex.value(configuration);
         if (!names.isEmpty()) return names;
     }
     return {};

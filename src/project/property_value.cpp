@@ -16,7 +16,7 @@ QString textOf(const xml::XMLElement& element, const char* attribute) {
     return QString::fromUtf8(element.attribute(attribute));
 }
 
-/// The children of `parent` that are elements with the tag, or all elements for a null tag.
+/// Visits the children that are elements.
 template <typename Visit>
 void forEachChild(const xml::XMLElement& parent, Visit visit) {
     for (const xml::XMLNode* node = parent.firstChild(); node; node = node->nextSibling())

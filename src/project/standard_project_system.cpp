@@ -34,6 +34,14 @@ bool isReadableFile(const QString& path) {
     return file.isFile() && file.isReadable();
 }
 
+/// The directory against which the include directories of a node are taken.
+QString searchBase(ProjectElement& node, const QString& configuration) {
+    ProjectElement* const project = node.enclosingProject();
+    if (project || node.isSolution()) return projectSystem->projectDirectoryOf(project ? project : &node);
+    node.resolvePaths(configuration);
+    return node.directory;
+}
+
 }  // namespace
 
 bool StandardProjectSystem::memorySegments(ProjectElement* node, const QString& configuration,
@@ -54,12 +62,12 @@ QString StandardProjectSystem::locateFile(const QString& directory, const QStrin
     if (isReadableFile(file)) return file;
     if (!directory.isNull() && isReadableFile(directory + u'/' + file)) return directory + u'/' + file;
     if (!node) return {};
-    ProjectElement* const project = node->enclosingProject();
-    const QString base = projectDirectoryOf(project ? project : node);
+    const QString base = searchBase(*node, configuration);
     for (const PropertyClass* directories :
          {schema().tools.c_user_include_directories, schema().tools.c_system_include_directories}) {
-        for (const QString& entry : propertyValueList({}, node, directories, configuration, true, false)) {
-            const QString path = (isAbsolutePath(entry) ? entry : base + u'/' + entry) + u'/' + file;
+        const QString list = expandProperty(node, directories, configuration);
+        for (const QString& entry : list.split(u';', Qt::SkipEmptyParts)) {
+            QString path = (isAbsolutePath(entry) ? entry : base + u'/' + entry) + u'/' + file;
             if (isReadableFile(path)) return path;
         }
     }
@@ -73,6 +81,7 @@ QString StandardProjectSystem::objectFileName(ProjectElement* node, const QStrin
 
 void StandardProjectSystem::outputFiles(ProjectElement* node, const QString& configuration,
                                         QStringList& list) {
+    if (!node) return;
     const BuildKind kind = classifyNode(node, configuration);
     const QString output = outputFileName(kind, node, configuration, true);
     list.append(output);

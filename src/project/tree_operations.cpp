@@ -24,6 +24,18 @@ ProjectElement* firstChildWhere(const ProjectElement& parent, Test test) {
     return child;
 }
 
+/// Takes a configuration that has left `parent` out of its map; another child of that name takes its place.
+void forgetConfiguration(ProjectElement& parent, ProjectElement& configuration) {
+    const QString name = configuration.elementName();
+    if (parent.configurations.value(name) != &configuration) return;
+    parent.configurations.remove(name);
+    const auto hasName = [&](ProjectElement& child) {
+        return child.isConfiguration() && child.elementName() == name;
+    };
+    if (ProjectElement* const other = firstChildWhere(parent, hasName))
+        parent.configurations.insert(name, other);
+}
+
 }  // namespace
 
 ProjectElement* ProjectSystem::newSolution(const QString& name, const QString& directory) {
@@ -36,7 +48,10 @@ ProjectElement* ProjectSystem::newSolution(const QString& name, const QString& d
     created->pathValid = true;
     if (created->path.exists()) created->solution->lastModified = created->path.lastModified();
     makeDirectoryFor(filePath);
+    if (solution_) leftOpen_.push_back(std::move(solution_));
     solution_ = std::move(created);
+    solutionFileName_ = filePath;
+    rebuildProjectMaps();
     return solution();
 }
 
@@ -46,7 +61,7 @@ ProjectElement* ProjectSystem::newProject(ProjectElement* solution, const QStrin
     project->attributes.insert(keys::name, name);
     project->modified = true;
     appendChild(solution, project);
-    if (!enterAppendedProject(*project)) rebuildProjectMaps();
+    if (!enterAppendedProject(*project, solutionIndex_)) rebuildProjectMaps();
     ProjectElement* const common = createConfiguration(project, commonConfiguration);
     QString stored = directory;
     if (!directory.isEmpty() && !relativePath(solution->path.dirPath(true), directory, stored))
@@ -105,12 +120,14 @@ void ProjectSystem::appendChild(ProjectElement* parent, ProjectElement* child) {
 
 void ProjectSystem::removeElement(ProjectElement* node, bool destroy) {
     const bool entersMaps = entersProjectMaps(*node);
+    if (node == solution()) {
+        static_cast<void>(solution_.release());
+        solutionIndex_.clear();
+    }
     std::unique_ptr<ProjectElement> taken(node);
     if (ProjectElement* const parent = node->parentElement()) {
         parent->removeChild(node);
-        const QString name = node->elementName();
-        if (node->isConfiguration() && parent->configurations.value(name) == node)
-            parent->configurations.remove(name);
+        if (node->isConfiguration()) forgetConfiguration(*parent, *node);
         if (node->isFolder()) parent->folders.removeOne(node);
         parent->modified = true;
     }

@@ -143,8 +143,8 @@ Parser::Next Parser::tagEnd() {
     advance();
     if (current() != '>') {
         const std::string_view token = readToken();
-        if (!open_.empty() &&
-            !open_.back()->tagName().startsWith(QByteArrayView(token.data(), token.size()))) {
+        if (!open_.empty() && !open_.back()->tagName().startsWith(
+                                  QByteArrayView(token.data(), static_cast<qsizetype>(token.size())))) {
             error_ = Error::EndTagMismatch;
             return Next::Stop;
         }

@@ -56,7 +56,7 @@ protected:
         ASSERT_TRUE(parser.load("build.ninja", &error, nullptr)) << error;
         solution = engine.newSolution(q("build"), directory.path());
         GraphImporter graph(engine, targets, solution);
-        for (const manifest::Node* root : state.defaultNodes(&error)) graph.importNode(nullptr, root);
+        for (const manifest::Node* root : state.defaultNodes(&error)) graph.importNode(root);
     }
 
     ProjectElement* project(const char* name) { return engine.findProject(solution, q(name)); }
@@ -238,23 +238,32 @@ TEST_F(GraphImport, VariablesOfTheFileReachTheStatement) {
     EXPECT_EQ(value(project("e"), "linker_additional_options"), "-lfile");
 }
 
-TEST_F(GraphImport, AChainOfAMillionAndAnInputListOfAHundredThousand) {
+TEST_F(GraphImport, AChainOfAMillionAndListsOfAHundredThousand) {
     std::string text;
     for (int i = 0; i < 1000000; ++i)
         text +=
             "build n" + std::to_string(i) + ": C_SHARED_LIBRARY_LINKER__a n" + std::to_string(i + 1) + "\n";
-    text += "build all: phony";
-    for (int i = 0; i < 100000; ++i) text += " p" + std::to_string(i);
-    for (int i = 0; i < 100000; ++i) text += "\nbuild p" + std::to_string(i) + ": phony";
-    import(text + "\nbuild c: CUSTOM_COMMAND" + [] {
-        std::string inputs;
-    for (int i = 0; i < 100000; ++i) inputs += " f" + std::to_string(i) + ".h";
-    return inputs;
-}() + "\n");
-EXPECT_EQ(engine.solutionProjectNames().size(), 100002);
-EXPECT_EQ(value(project("all"), "project_dependencies").substr(0, 9), "p0;p1;p2;");
-EXPECT_EQ(engine.countFiles(project("c")), 100000);
-}  // namespace
+    std::string phonies, files, objects;
+    for (int i = 0; i < 100000; ++i) {
+        const std::string number = std::to_string(i);
+        text += "build p" + number + ": phony\n";
+        phonies += " p" + number;
+        files += " f" + number + ".h";
+    }
+    for (int i = 0; i < 20000; ++i) {
+        const std::string number = std::to_string(i);
+        text += "rule C_COMPILER__" + number + "\n  command = x\nbuild o" + number + ": C_COMPILER__" +
+                number + " c\n";
+        objects += " o" + number;
+    }
+    text += "build all: phony" + phonies + "\nbuild c: CUSTOM_COMMAND" + files +
+            "\nbuild e: C_EXECUTABLE_LINKER__a" + objects + "\n";
+    import(text);
+    EXPECT_EQ(engine.solutionProjectNames().size(), 100003);
+    EXPECT_EQ(value(project("all"), "project_dependencies").substr(0, 9), "p0;p1;p2;");
+    EXPECT_EQ(engine.countFiles(project("c")), 100000);
+    EXPECT_EQ(project("e")->folders.size(), 20000);
+}
 
 TEST_F(GraphImport, TheSolutionIsSavedEvenWithoutRoots) {
     const QByteArray manifestFile = QFile::encodeName(directory.filePath(q("build.ninja")));

@@ -10,13 +10,32 @@ TEST_F(EngineOperations, ClosingLeavesTheEngineAsItWasMade) {
     engine.closeSolution();
     ProjectElement* const project = (newSolution(), newProject("p"));
     set(project, "Debug", "build_quietly", "No");
+    EXPECT_EQ(engine.solutionNames(), QStringList(q("demo")));
+    EXPECT_EQ(engine.solutionFileName(), directory.filePath(q("demo.qxProject")));
     engine.closeSolution();
     EXPECT_EQ(engine.solution(), nullptr);
     EXPECT_TRUE(engine.changeLog().isEmpty());
     EXPECT_TRUE(engine.solutionNames().isEmpty());
     EXPECT_TRUE(engine.solutionProjectNames().isEmpty());
     EXPECT_TRUE(engine.solutionFileName().isEmpty());
-    EXPECT_EQ(engine.templatesFile(), q("templates.xml"));
+}
+
+TEST_F(EngineOperations, ASolutionThatIsReplacedStaysUntilTheClose) {
+    ProjectElement* const first = newSolution("first");
+    set(newProject("p"), "Common", "build_quietly", "No");
+    newSolution("second");
+    EXPECT_EQ(engine.changeLog()[0].node()->parentElement(), first);
+    EXPECT_EQ(engine.solutionNames(), QStringList(q("second")));
+    engine.removeElement(engine.solution());
+    EXPECT_EQ(engine.solution(), nullptr);
+}
+
+TEST_F(EngineOperations, ANewProjectBringsTheTablesUpToDate) {
+    ProjectElement* const solution = newSolution();
+    engine.setElementAttribute(engine.createConfiguration(solution, q("Debug")),
+                               q("inherited_configurations"), q("A"));
+    newProject("p");
+    EXPECT_EQ(engine.inheritedConfigurations(solution, q("Debug")), QStringList(q("A")));
 }
 
 TEST_F(EngineOperations, WhatANullNodeIsAnswered) {
@@ -70,7 +89,7 @@ TEST_F(EngineOperations, FilesAreLocatedInTheirOrder) {
         makeDirectoryFor(path);
         QFile(path).open(QIODevice::WriteOnly);
     }
-    set(file, "Common", "c_user_include_directories", "user");
+    set(file, "Common", "c_user_include_directories", "nosuch;user");
     set(project, "Common", "c_system_include_directories", "sys");
     const auto located = [&](const QString& from, const char* name, ProjectElement* node) {
         return engine.locateFile(from, q(name), node, q("Common")).remove(0, directory.path().size());

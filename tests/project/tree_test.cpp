@@ -181,6 +181,15 @@ TEST_F(Tree, RemovingAConfigurationReachesTheWholeSubtree) {
     EXPECT_TRUE(file->configurations.contains(u"Release"));
 }
 
+TEST_F(Tree, OfTwoConfigurationsOfOneNameTheOtherStays) {
+    ProjectElement* const project = (newSolution(), newProject("p"));
+    ProjectElement* const first = engine.createConfiguration(project, q("Twice"));
+    engine.removeElement(engine.createConfiguration(project, q("Twice")));
+    EXPECT_EQ(project->configurations.value(u"Twice"), first);
+    engine.removeElement(first);
+    EXPECT_FALSE(project->configurations.contains(u"Twice"));
+}
+
 TEST_F(Tree, FindsElementsDepthFirst) {
     newSolution();
     ProjectElement* const project = newProject("p");
@@ -213,6 +222,8 @@ TEST_F(Tree, FileTypes) {
         {"m.xml", "<?xml version=\"1.0\"?>\n<!DOCTYPE Board_Memory_Definition_File>\n<x/>", "Memory Map"},
         {"p.xml", "<!DOCTYPE Linker_Placement_File>", "Section Placement"},
         {"r.xml", "<!DOCTYPE Register_Definition_File SYSTEM>", "Register Definitions"},
+        {"l.xml", "<?xml version='1.0'?>\n<!-- licence -->\n<!DOCTYPE Board_Memory_Definition_File>",
+         "Memory Map"},
         {"o.xml", "<!DOCTYPE Something_Else>", ""},
         {"n.xml", "<x/>", ""},
     };
