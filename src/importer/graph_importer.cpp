@@ -223,7 +223,8 @@ ProjectElement* GraphImporter::newProject(const Node* node, const QString& type)
 
 ProjectElement* GraphImporter::folderOf(ProjectElement* project, std::string_view ruleName) {
     ProjectElement*& folder = folders_[{project, ruleName}];
-    if (!folder) folder = engine_.findOrAddFolder(project, text(ruleName), QString());
+    // The project has no folders but those of this map, and may have tens of thousands.
+    if (!folder) folder = engine_.addFolder(project, text(ruleName), QString());
     return folder;
 }
 

@@ -134,6 +134,8 @@ public:
 
     /// The direct child folder of the name, or a new one; a non-empty `filter` is stored on a new one.
     ProjectElement* findOrAddFolder(ProjectElement* parent, const QString& name, const QString& filter);
+    /// The new one, without looking for another of its name.
+    ProjectElement* addFolder(ProjectElement* parent, const QString& name, const QString& filter);
     /// Appends a configuration without looking for an existing one.
     ProjectElement* createConfiguration(ProjectElement* parent, const QString& name);
     /// A new file in `parent`, or, unless that is a folder, in the first child folder whose filter takes its

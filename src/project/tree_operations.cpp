@@ -73,7 +73,11 @@ ProjectElement* ProjectSystem::newProject(ProjectElement* solution, const QStrin
 
 ProjectElement* ProjectSystem::findOrAddFolder(ProjectElement* parent, const QString& name,
                                                const QString& filter) {
-    if (ProjectElement* const existing = findFolder(parent, name)) return existing;
+    ProjectElement* const existing = findFolder(parent, name);
+    return existing ? existing : addFolder(parent, name, filter);
+}
+
+ProjectElement* ProjectSystem::addFolder(ProjectElement* parent, const QString& name, const QString& filter) {
     auto* const folder = new ProjectElement(QStringLiteral("folder"));
     folder->attributes.insert(keys::name, name);
     folder->modified = true;
