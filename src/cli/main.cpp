@@ -2,6 +2,8 @@
 #include "cli/manifest_command.h"
 #include "cli/output.h"
 #include "cli/schema_command.h"
+#include "cli/script_command.h"
+#include "cli/threads_command.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -26,6 +28,8 @@ int run(int argc, char** argv) {
 
     cli::addManifestCommand(app, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
+    cli::addScriptCommand(app, exitStatus);
+    cli::addThreadsCommand(app, exitStatus);
 
     try {
         app.parse(argc, argv);

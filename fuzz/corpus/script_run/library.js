@@ -1,0 +1,1 @@
+var a = [3, 1, 2]; a.sort(function (x, y) { a.length = 1; return y - x }); "abc".replace("b", a).split("") + new Date(0).setMonth(4) + Math.max(1, "0x1f") + eval("1 +") + parseInt("077")
