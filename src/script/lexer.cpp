@@ -28,8 +28,9 @@ constexpr std::size_t classifiedCodes = 256;
 constexpr std::array<std::uint8_t, classifiedCodes> characterClasses = [] {
     std::array<std::uint8_t, classifiedCodes> table{};
     const auto mark = [&](char first, char last, unsigned flags) {
-        for (int code = first; code <= last; ++code)
-            table[static_cast<std::size_t>(code)] |= static_cast<std::uint8_t>(flags);
+        for (unsigned code = static_cast<unsigned char>(first); code <= static_cast<unsigned char>(last);
+             ++code)
+            table[code] |= static_cast<std::uint8_t>(flags);
     };
     mark('a', 'z', LowerCase);
     mark('A', 'Z', UpperCase);
