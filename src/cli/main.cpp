@@ -1,5 +1,7 @@
 #include "cli/global_options.h"
+#include "cli/image_command.h"
 #include "cli/manifest_command.h"
+#include "cli/md5_command.h"
 #include "cli/output.h"
 #include "cli/schema_command.h"
 
@@ -24,7 +26,9 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
+    cli::addMd5Command(app, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
 
     try {
