@@ -101,7 +101,7 @@ void writeText(LoadFileInterface& image, Format format, const std::string& path)
     if (!buffer->flush()) failToWrite(path);
     for (const auto& section : image.sections()) {
         buffer->setAddress(section->address());
-        for (const std::uint8_t byte : section->bytes()) buffer->putByte(byte);
+        buffer->putBytes(section->bytes());
     }
     buffer->finish(image.hasEntryPoint() ? image.entryPoint() : 0);
     if (buffer->flush()) return;

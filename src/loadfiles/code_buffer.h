@@ -23,6 +23,9 @@ public:
     /// format has a place for it.
     virtual void finish(std::uint32_t startAddress) = 0;
 
+    /// Puts each of the bytes, as `putByte` does.
+    void putBytes(std::span<const std::uint8_t> bytes);
+
     /// Hands all lines that are complete to the system. False when anything so far could not be written.
     bool flush() { return stream_.flush(); }
 
@@ -32,14 +35,19 @@ protected:
 
     std::uint32_t address_ = 0;
     OutputText stream_;
-    std::array<std::uint8_t, 16> line_;
+    std::array<std::uint8_t, 16> line_;  ///< the line that is being gathered
+    std::size_t length_ = 0;             ///< how many bytes it has
 };
 
 /// A buffer whose lines stand for up to 16 bytes that follow each other.
 class LineBuffer : public CodeBuffer {
 public:
     void setAddress(std::uint32_t address) override;
-    void putByte(std::uint8_t byte) override;
+    void putByte(std::uint8_t byte) override {
+        line_[length_++] = byte;
+        ++address_;
+        if (length_ == line_.size()) endLine();
+    }
 
 protected:
     using CodeBuffer::CodeBuffer;
@@ -54,7 +62,6 @@ protected:
 
 private:
     std::uint32_t lineStart_ = 0;
-    std::size_t length_ = 0;
 };
 
 }  // namespace loadfiles

@@ -6,19 +6,6 @@ namespace loadfiles {
 
 namespace {
 
-constexpr std::uint8_t noDigit = 0xFF;
-
-constexpr std::array<std::uint8_t, 256> makeDigitValues() {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(noDigit);
-    for (std::uint8_t i = 0; i < 10; ++i) values['0' + i] = i;
-    for (std::uint8_t i = 0; i < 6; ++i)
-        values['A' + i] = values['a' + i] = static_cast<std::uint8_t>(10 + i);
-    return values;
-}
-
-constexpr std::array<std::uint8_t, 256> digitValues = makeDigitValues();
-
 std::uint32_t join(std::span<const std::uint8_t> bytes) {
     std::uint32_t number = 0;
     for (const std::uint8_t byte : bytes) number = number << 8 | byte;
@@ -26,10 +13,6 @@ std::uint32_t join(std::span<const std::uint8_t> bytes) {
 }
 
 }  // namespace
-
-std::uint8_t digitValue(char digit) {
-    return digitValues[static_cast<unsigned char>(digit)];
-}
 
 void readHexBytes(std::string_view text, std::size_t stride, std::span<std::uint8_t> bytes) {
     std::uint8_t seen = 0;  // all digits together, so that one look at the end tells whether all were good

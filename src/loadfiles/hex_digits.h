@@ -8,8 +8,19 @@
 
 namespace loadfiles {
 
+inline constexpr std::array<std::uint8_t, 256> digitValues = [] {
+    std::array<std::uint8_t, 256> values{};
+    values.fill(0xFF);
+    for (std::uint8_t i = 0; i < 10; ++i) values['0' + i] = i;
+    for (std::uint8_t i = 0; i < 6; ++i)
+        values['A' + i] = values['a' + i] = static_cast<std::uint8_t>(10 + i);
+    return values;
+}();
+
 /// The value of a hexadecimal digit of either case; above 15 for any other character.
-std::uint8_t digitValue(char digit);
+inline std::uint8_t digitValue(char digit) {
+    return digitValues[static_cast<unsigned char>(digit)];
+}
 
 /// Reads a byte from two hexadecimal digits at the start of each `stride` characters of `text`, for every
 /// place in `bytes`. Throws `HException` "invalid ASCII encoded byte" when anything else stands there or

@@ -7,7 +7,6 @@ namespace loadfiles {
 
 namespace {
 
-constexpr std::size_t blockSize = 262'144;
 constexpr char digitCharacters[] = "0123456789ABCDEF";
 
 /// Both digits of every byte.
@@ -60,13 +59,6 @@ void OutputText::putHexAndBlanks(std::span<const std::uint8_t> bytes) {
 bool OutputText::flush() {
     writeBlock();
     return isGood_;
-}
-
-char* OutputText::room(std::size_t length) {
-    if (length > blockSize - used_) writeBlock();
-    char* const start = block_.get() + used_;
-    used_ += length;
-    return start;
 }
 
 void OutputText::writeBlock() {

@@ -32,12 +32,19 @@ public:
     bool flush();
 
 private:
+    static constexpr std::size_t blockSize = 262'144;
+
     struct Close {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
 
     /// Where the next `length` characters go, at most `blockSize`; they count as written.
-    char* room(std::size_t length);
+    char* room(std::size_t length) {
+        if (length > blockSize - used_) writeBlock();
+        char* const start = block_.get() + used_;
+        used_ += length;
+        return start;
+    }
     void writeBlock();
 
     std::unique_ptr<std::FILE, Close> file_;
