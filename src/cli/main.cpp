@@ -1,3 +1,4 @@
+#include "cli/forth_command.h"
 #include "cli/global_options.h"
 #include "cli/image_command.h"
 #include "cli/manifest_command.h"
@@ -26,6 +27,7 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addForthCommand(app, exitStatus);
     cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
     cli::addMd5Command(app, exitStatus);
