@@ -149,6 +149,9 @@ int compare(const ImageOptions& options, Format firstFormat, Format secondFormat
     return output.finish() && isEqual ? 0 : 1;
 }
 
+using OneFile = int (*)(const ImageOptions& options, Format format);
+using TwoFiles = int (*)(const ImageOptions& options, Format first, Format second);
+
 template <class Run>
 int reportingFailures(const Run& run) {
     try {
@@ -159,14 +162,17 @@ int reportingFailures(const Run& run) {
     }
 }
 
-void addFormat(CLI::App& command, const char* name, std::string& word, const char* meaning) {
-    command.add_option(name, word, meaning)
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"bin", "srec", "hex", "lst", "txt"}).description(""));
-}
-
 void addFile(CLI::App& command, const char* name, std::string& file, const char* meaning) {
     command.add_option(name, file, meaning)->type_name("")->required();
+}
+
+void addFormat(CLI::App& command, const char* option, std::string& word, const std::string& file) {
+    command
+        .add_option(
+            option, word,
+            "The format of " + file + ": bin, srec, hex, lst or txt; by default its extension decides")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"bin", "srec", "hex", "lst", "txt"}).description(""));
 }
 
 void addAddress(CLI::App& command, ImageOptions& options) {
@@ -174,19 +180,29 @@ void addAddress(CLI::App& command, ImageOptions& options) {
         ->type_name("A");
 }
 
-constexpr const char* fromMeaning =
-    "The format of the file: bin, srec, hex, lst or txt; by default its extension decides";
+void runOnOne(CLI::App& command, OneFile run, const std::shared_ptr<ImageOptions>& options, int& exitStatus) {
+    command.callback([run, options, &exitStatus] {
+        const Format format = formatOf(options->from, options->first, "--from");
+        exitStatus = reportingFailures([&] { return run(*options, format); });
+    });
+}
+
+void runOnTwo(CLI::App& command, TwoFiles run, const std::shared_ptr<ImageOptions>& options,
+              int& exitStatus) {
+    command.callback([run, options, &exitStatus] {
+        const Format first = formatOf(options->from, options->first, "--from");
+        const Format second = formatOf(options->to, options->second, "--to");
+        exitStatus = reportingFailures([&] { return run(*options, first, second); });
+    });
+}
 
 void addInfo(CLI::App& image, int& exitStatus) {
     const auto options = std::make_shared<ImageOptions>();
     CLI::App* command = image.add_subcommand("info", "Lists the sections of a load file and its entry point");
     addFile(*command, "FILE", options->first, "The load file; - means standard input");
-    addFormat(*command, "--from", options->from, fromMeaning);
+    addFormat(*command, "--from", options->from, "FILE");
     addAddress(*command, *options);
-    command->callback([options, &exitStatus] {
-        const Format format = formatOf(options->from, options->first, "--from");
-        exitStatus = reportingFailures([&] { return info(*options, format); });
-    });
+    runOnOne(*command, info, options, exitStatus);
 }
 
 void addConvert(CLI::App& image, int& exitStatus) {
@@ -194,37 +210,25 @@ void addConvert(CLI::App& image, int& exitStatus) {
     CLI::App* command = image.add_subcommand("convert", "Writes a load file in another format");
     addFile(*command, "IN", options->first, "The file to read; - means standard input");
     addFile(*command, "OUT", options->second, "The file to write; - means standard output");
-    addFormat(*command, "--from", options->from,
-              "The format of IN: bin, srec, hex, lst or txt; by default its "
-              "extension decides");
-    addFormat(*command, "--to", options->to, "The format of OUT, likewise");
+    addFormat(*command, "--from", options->from, "IN");
+    addFormat(*command, "--to", options->to, "OUT");
     addAddress(*command, *options);
     command->add_option("--fill", options->fill, "Fills gaps when OUT is a raw binary; 0xFF by default")
         ->type_name("BYTE")
         ->check(CLI::Range(0, 0xFF).description(""));
     command->add_option("--entry", options->entry, "Sets the entry point")->type_name("A");
-    command->callback([options, &exitStatus] {
-        const Format from = formatOf(options->from, options->first, "--from");
-        const Format to = formatOf(options->to, options->second, "--to");
-        exitStatus = reportingFailures([&] { return convert(*options, from, to); });
-    });
+    runOnTwo(*command, convert, options, exitStatus);
 }
 
 void addCompare(CLI::App& image, int& exitStatus) {
     const auto options = std::make_shared<ImageOptions>();
     CLI::App* command = image.add_subcommand("compare", "Prints the ranges in which two load files differ");
     addFile(*command, "A", options->first, "A load file; - means standard input");
-    addFile(*command, "B", options->second, "Another load file");
-    addFormat(*command, "--from", options->from,
-              "The format of A: bin, srec, hex, lst or txt; by default its "
-              "extension decides");
-    addFormat(*command, "--to", options->to, "The format of B, likewise");
+    addFile(*command, "B", options->second, "The load file to compare it with");
+    addFormat(*command, "--from", options->from, "A");
+    addFormat(*command, "--to", options->to, "B");
     addAddress(*command, *options);
-    command->callback([options, &exitStatus] {
-        const Format first = formatOf(options->from, options->first, "--from");
-        const Format second = formatOf(options->to, options->second, "--to");
-        exitStatus = reportingFailures([&] { return compare(*options, first, second); });
-    });
+    runOnTwo(*command, compare, options, exitStatus);
 }
 
 }  // namespace
