@@ -1,5 +1,8 @@
+#include "cli/forth_command.h"
 #include "cli/global_options.h"
+#include "cli/image_command.h"
 #include "cli/manifest_command.h"
+#include "cli/md5_command.h"
 #include "cli/output.h"
 #include "cli/schema_command.h"
 #include "cli/script_command.h"
@@ -26,7 +29,10 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addForthCommand(app, exitStatus);
+    cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
+    cli::addMd5Command(app, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
     cli::addScriptCommand(app, exitStatus);
     cli::addThreadsCommand(app, exitStatus);

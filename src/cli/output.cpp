@@ -6,6 +6,15 @@
 
 namespace cli {
 
+namespace {
+
+void report(const char* level, std::string_view text) {
+    const std::string line = std::string("atelis: ") + level + ": " + std::string(text) + "\n";
+    std::fputs(line.c_str(), stderr);
+}
+
+}  // namespace
+
 Output& Output::operator<<(std::string_view text) {
     constexpr std::size_t blockSize = 65536;
     buffer_.append(text);
@@ -28,8 +37,11 @@ void Output::flush() {
 }
 
 void reportError(std::string_view text) {
-    const std::string line = "atelis: error: " + std::string(text) + "\n";
-    std::fputs(line.c_str(), stderr);
+    report("error", text);
+}
+
+void reportWarning(std::string_view text) {
+    report("warning", text);
 }
 
 }  // namespace cli

@@ -27,4 +27,7 @@ private:
 /// Writes "atelis: error: TEXT" and a line feed to standard error.
 void reportError(std::string_view text);
 
+/// Writes "atelis: warning: TEXT" and a line feed to standard error.
+void reportWarning(std::string_view text);
+
 }  // namespace cli
