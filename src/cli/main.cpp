@@ -1,3 +1,4 @@
+#include "cli/eval_command.h"
 #include "cli/forth_command.h"
 #include "cli/global_options.h"
 #include "cli/image_command.h"
@@ -29,6 +30,7 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addEvalCommand(app, exitStatus);
     cli::addForthCommand(app, exitStatus);
     cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);

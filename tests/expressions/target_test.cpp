@@ -76,7 +76,7 @@ constexpr Row rows[] = {
     {"f(1,)", "call(f, 1)", "call(f, 1)"},
     {"f((a+b), -1)", "call(f, 3, -1)", "call(f, 3, -1)"},
     {"f(f(1))(2)", "call(f, 1)\ncall(f, call(f, 1))\ncall(call(f, call(f, 1)), 2)", "call(call(f, call(f, 1)), 2)"},
-    {"1(1/0)", "", "! bad expression type"},
+    {"1((1/0))", "", "! bad expression type"},
     {"arr[1:3]", "slice(arr, 1, 3)", "slice(arr, 1, 3)"},
     {"arr[i:3]", "", "! start should be an integer"},
     {"arr[1:2.5]", "", "! stop should be an integer"},
