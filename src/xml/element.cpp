@@ -79,4 +79,8 @@ const std::vector<XMLAttribute>& XMLElement::attributes() const {
     return list_ ? list_->entries : none;
 }
 
+void XMLElement::clearAttributes() {
+    list_.reset();
+}
+
 }  // namespace xml

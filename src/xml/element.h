@@ -35,6 +35,7 @@ public:
     virtual QByteArray attribute(const QByteArray& name) const;
     /// All attributes, in order.
     virtual const std::vector<XMLAttribute>& attributes() const;
+    void clearAttributes();
 
 private:
     struct AttributeList;

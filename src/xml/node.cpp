@@ -1,5 +1,7 @@
 #include "xml/node.h"
 
+#include <utility>
+
 namespace xml {
 
 XMLNode::~XMLNode() {
@@ -67,6 +69,11 @@ void XMLNode::insertChildrenAfter(XMLNode* refChild, XMLNode* firstOfChain) {
         refChild->nextSibling_ = firstOfChain;
         if (lastChild_ == refChild) lastChild_ = lastOfChain;
     }
+}
+
+XMLNode* XMLNode::takeChildren() {
+    lastChild_ = nullptr;
+    return std::exchange(firstChild_, nullptr);
 }
 
 }  // namespace xml

@@ -34,9 +34,15 @@ public:
     /// child `refChild`; with no children at all the chain becomes the child list.
     virtual void insertChildrenAfter(XMLNode* refChild, XMLNode* firstOfChain);
 
+    /// Hands all children over as a chain, linked through next siblings; null without children. Their own
+    /// parent stays as it was.
+    XMLNode* takeChildren();
+
     Type type() const { return type_; }
     XMLNode* parent() const { return parent_; }
     XMLNode* nextSibling() const { return nextSibling_; }
+    /// Links nodes that are in no tree to a chain.
+    void setNextSibling(XMLNode* sibling) { nextSibling_ = sibling; }
     XMLNode* firstChild() const { return firstChild_; }
     XMLNode* lastChild() const { return lastChild_; }
 

@@ -87,12 +87,12 @@ TEST(CStyleLexer, PositionIsBehindTheToken) {
 }
 
 /// Time is linear in the length: neither a rule that fails nor a check of the text looks at all of it.
-TEST(CStyleLexer, ReadsAMillionTokens) {
+TEST(CStyleLexer, ReadsManyTokens) {
     CStyleLexer lexer;
-    lexer.setInput(QStringLiteral(", ").repeated(1'000'000));
+    lexer.setInput(QStringLiteral(", ").repeated(200'000));
     int count = 0;
     for (; lexer.token() != Token::Eol; lexer.next()) ++count;
-    EXPECT_EQ(count, 1'000'000);
+    EXPECT_EQ(count, 200'000);
 }
 
 TEST(Token, NamesEnd) {

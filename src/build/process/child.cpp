@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <vector>
 
 namespace build {
@@ -130,16 +131,19 @@ int Child::stop() {
 }
 
 bool Child::waitForEnd(int milliseconds) const {
-    constexpr int step = 5;
-    for (int waited = 0; waited < milliseconds; waited += step) {
+    using namespace std::chrono;
+    constexpr int step = 5;  // where the end of a child cannot be waited for
+    const auto deadline = steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (true) {
         siginfo_t information{};
         const bool failed =
             ::waitid(P_PID, static_cast<id_t>(pid_), &information, WEXITED | WNOHANG | WNOWAIT) != 0;
         if (failed || information.si_pid != 0) return true;
+        const auto left = duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now()).count();
+        if (left <= 0) return false;
         pollfd end{end_.number(), POLLIN, 0};
-        ::poll(&end, 1, end_ ? milliseconds - waited : step);
+        ::poll(&end, 1, end_ ? static_cast<int>(left) : step);
     }
-    return false;
 }
 
 int Child::take(int status) {
