@@ -1,13 +1,19 @@
+#include "cli/configuration_command.h"
 #include "cli/eval_command.h"
 #include "cli/forth_command.h"
 #include "cli/global_options.h"
+#include "cli/graph_command.h"
 #include "cli/image_command.h"
 #include "cli/manifest_command.h"
 #include "cli/md5_command.h"
 #include "cli/output.h"
+#include "cli/preprocess_command.h"
 #include "cli/schema_command.h"
 #include "cli/script_command.h"
+#include "cli/solution_command.h"
 #include "cli/threads_command.h"
+#include "cli/tree_command.h"
+#include "cli/value_command.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -30,14 +36,20 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addConfigurationCommands(app, globalOptions, exitStatus);
     cli::addEvalCommand(app, exitStatus);
     cli::addForthCommand(app, exitStatus);
+    cli::addGraphCommand(app, globalOptions, exitStatus);
     cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
     cli::addMd5Command(app, exitStatus);
+    cli::addPreprocessCommand(app, globalOptions, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
     cli::addScriptCommand(app, exitStatus);
+    cli::addSolutionCommands(app, globalOptions, exitStatus);
     cli::addThreadsCommand(app, exitStatus);
+    cli::addTreeCommand(app, globalOptions, exitStatus);
+    cli::addValueCommands(app, globalOptions, exitStatus);
 
     try {
         app.parse(argc, argv);

@@ -1,22 +1,34 @@
 #include "project/project_maps.h"
 
 #include "project/configurations.h"
+#include "project/progress.h"
 #include "project/tree_walk.h"
+
+#include <vector>
 
 namespace project {
 
 namespace {
 
-/// Calls `visit(solution, key)` for every solution from which the project can be seen.
+/// Calls `visit(solution, key)` for every solution from which the project can be seen. `around` holds them,
+/// innermost last.
 template <typename Visit>
-void forEachSolutionAround(ProjectElement& project, Visit visit) {
+void forEachKey(ProjectElement& project, const std::vector<ProjectElement*>& around, Visit visit) {
     const QString name = project.elementName();
     QString chain;
-    for (ProjectElement* node = project.parentElement(); node; node = node->parentElement()) {
-        if (!node->isSolution()) continue;
-        visit(*node, chain.isEmpty() ? name : name + u'(' + chain + u')');
-        chain = chain.isEmpty() ? node->elementName() : node->elementName() + u',' + chain;
+    for (auto solution = around.rbegin(); solution != around.rend(); ++solution) {
+        visit(**solution, chain.isEmpty() ? name : name + u'(' + chain + u')');
+        if (solution + 1 == around.rend()) break;
+        const QString solutionName = (*solution)->elementName();
+        chain = chain.isEmpty() ? solutionName : solutionName + u',' + chain;
     }
+}
+
+std::vector<ProjectElement*> solutionsAround(const ProjectElement& node) {
+    std::vector<ProjectElement*> around;
+    for (ProjectElement* parent = node.parentElement(); parent; parent = parent->parentElement())
+        if (parent->isSolution()) around.insert(around.begin(), parent);
+    return around;
 }
 
 void clearIndexes(ProjectElement& root) {
@@ -27,8 +39,7 @@ void clearIndexes(ProjectElement& root) {
 
 }  // namespace
 
-void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions,
-                        MappingProgress* progress) {
+void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions, Progress* progress) {
     solutions.clear();
     clearIndexes(root);
     const int total = progress ? countProjects(root.firstChildElement()) : 0;
@@ -37,17 +48,26 @@ void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& so
         solutions.insert(solution.elementName(), &solution);
         rebuildInheritanceIndex(solution);
     };
-    forEachElement(root, [&](ProjectElement& node) {
-        if (node.isProject()) {
-            forEachSolutionAround(node, [&](ProjectElement& solution, const QString& key) {
-                solution.solution->projectIndex.insert(key, &node);
-            });
-            if (progress)
-                progress->mapped(++done, total, QStringLiteral("Mapping project ") + node.elementName());
-        } else if (node.isSolution() && &node != &root) {
-            enterSolution(node);
-        }
-    });
+    // The solutions around the node, innermost last, so that nobody climbs a deep tree for them.
+    std::vector<ProjectElement*> around;
+    walkElements(
+        root,
+        [&](ProjectElement& node) {
+            if (node.isProject()) {
+                forEachKey(node, around, [&](ProjectElement& solution, const QString& key) {
+                    solution.solution->projectIndex.insert(key, &node);
+                });
+                if (!progress) return;
+                progress->setProgress(++done, total);
+                progress->line(QStringLiteral("Mapping project ") + node.elementName());
+            } else if (node.isSolution()) {
+                if (&node != &root) enterSolution(node);
+                around.push_back(&node);
+            }
+        },
+        [&](ProjectElement& node) {
+            if (node.isSolution()) around.pop_back();
+        });
     enterSolution(root);
 }
 
@@ -55,11 +75,12 @@ bool enterAppendedProject(ProjectElement& project, QMap<QString, ProjectElement*
     // Behind a project of the root nothing follows; elsewhere a later project may own the same name.
     const bool belowRoot = project.parentElement() && !project.parentElement()->parentElement();
     bool isLast = true;
-    forEachSolutionAround(project, [&](ProjectElement& solution, const QString& key) {
+    const std::vector<ProjectElement*> around = solutionsAround(project);
+    forEachKey(project, around, [&](ProjectElement& solution, const QString& key) {
         if (!belowRoot && solution.solution->projectIndex.contains(key)) isLast = false;
     });
     if (!isLast) return false;
-    forEachSolutionAround(project, [&](ProjectElement& solution, const QString& key) {
+    forEachKey(project, around, [&](ProjectElement& solution, const QString& key) {
         solution.solution->projectIndex.insert(key, &project);
         solutions.insert(solution.elementName(), &solution);
         rebuildInheritanceIndex(solution);

@@ -9,16 +9,10 @@
 /// "A" links is "lib" in B and "lib(B)" in A; a chain of solutions is named from the outside in, "lib(A,B)".
 namespace project {
 
-/// Is told of each project that is entered.
-class MappingProgress {
-public:
-    virtual ~MappingProgress() = default;
-    virtual void mapped(int done, int total, const QString& text) = 0;
-};
+class Progress;
 
 /// Rebuilds the tables below `root` from nothing; `solutions` gets every solution by name.
-void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions,
-                        MappingProgress* progress);
+void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions, Progress* progress);
 
 /// Enters one project that was appended as the last child of its parent, with the solutions around it, at
 /// the cost of one. Where its place in the order of equal names cannot be told, answers false and has entered

@@ -17,6 +17,9 @@ ProjectSystem::~ProjectSystem() = default;
 
 void ProjectSystem::closeSolution() {
     solutionIndex_.clear();
+    filesUnderLoad_.clear();
+    templatedNodes_.clear();
+    dynamicFolders_.clear();
     solution_.reset();
     leftOpen_.clear();
     changeLog_.clear();

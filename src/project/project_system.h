@@ -8,6 +8,7 @@
 #include "project/project_maps.h"
 #include "project/property_lookup.h"
 #include "project/property_value.h"
+#include "project/solution_loader.h"
 #include "project/solution_saver.h"
 #include "properties/build_kind.h"
 #include "properties/schema.h"
@@ -152,7 +153,7 @@ public:
     /// Stores a value on the node itself, not in a configuration. A null node is ignored.
     void setElementAttribute(ProjectElement* node, const QString& name, const QString& value);
     /// Rebuilds the tables of project and solution names.
-    void rebuildProjectMaps(MappingProgress* progress = nullptr);
+    void rebuildProjectMaps(Progress* progress = nullptr);
 
     // --- Finding nodes ---
 
@@ -225,6 +226,19 @@ public:
 
     // --- Files ---
 
+    /// Closes what is open and loads a solution with all that it links. Handlers and progress may be null.
+    /// With `checkTarget`, refuses a solution for another target. Throws SolutionLoadError, and then no
+    /// solution is open.
+    void loadSolution(const QString& fileName, ProjectFileNotFoundErrorHandler* notFoundHandler,
+                      TemplateNotFoundErrorHandler* templateHandler, Progress* progress, bool checkTarget);
+    /// Reads one file, and what it links, into a tree that belongs to the caller; see SolutionLoader.
+    std::unique_ptr<ProjectElement> loadSolutionFile(const QString& baseDirectory, const QString& fileName,
+                                                     ProjectFileNotFoundErrorHandler* notFoundHandler,
+                                                     Progress* progress, const QString& macros);
+    /// Links a file into `solution`, and answers the linked root: the one that is there, where the file is
+    /// linked already. Throws SolutionLoadError.
+    ProjectElement* insertSolutionLink(ProjectElement* solution, const QString& fileName,
+                                       ProjectFileNotFoundErrorHandler* notFoundHandler, Progress* progress);
     /// Writes the solution node to its file, in tree order or sorted; see solution_saver.h.
     bool saveSolution(ProjectElement* solution, bool sorted);
     /// Writes every solution that has changed. Throws SolutionSaveError; a null handler answers no.
@@ -246,6 +260,11 @@ public:
     const QMap<QString, ProjectElement*>& solutionIndex() const { return solutionIndex_; }
     const QString& solutionFileName() const { return solutionFileName_; }
     const QString& templatesFile() const { return templatesFile_; }
+    /// When the solution was loaded.
+    const QDateTime& loadTime() const { return loadTime_; }
+
+    /// Whether a load runs the commands that a solution asks for.
+    bool runsLoadCommands = true;
 
     bool buildFailed = false;
     bool buildTerminated = false;
@@ -271,6 +290,10 @@ private:
     QString solutionFileName_;
     QString templatesFile_;
     QString defaultTemplatesFile_;
+    QStringList filesUnderLoad_;
+    QList<ProjectElement*> templatedNodes_;  ///< of the last load, to be expanded
+    QList<ProjectElement*> dynamicFolders_;  ///< of the last load, to be filled
+    QDateTime loadTime_;
     ChangeLog changeLog_;
     QByteArray saveErrorText_;
 };

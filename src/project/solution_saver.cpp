@@ -1,11 +1,12 @@
 #include "project/solution_saver.h"
 
+#include "project/base/replacing_file.h"
 #include "project/project_system.h"
+#include "project/solution_document.h"
 #include "project/tree_walk.h"
 #include "xml/document.h"
 #include "xml/writer.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QStringEncoder>
 
@@ -184,17 +185,19 @@ void markSaved(ProjectElement& solution) {
 
 bool writeSolutionFile(ProjectElement& solution, const QString& filePath, bool sorted,
                        QByteArray& errorText) {
-    xml::QXMLDocument document;
-    QFile file(filePath);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        document.setError("couldn't write " + filePath.toUtf8());
-        errorText = document.errorText();
-        return false;
+    ReplacingFile file(filePath);
+    if (file.open()) {
+        {
+            xml::XMLWriter writer(file.device(), indent, wrapColumn);
+            writer.doctype(solutionDoctype);
+            TreeWriter(writer, sorted).write(solution);
+        }
+        if (file.commit()) return true;
     }
-    xml::XMLWriter writer(file, indent, wrapColumn);
-    writer.doctype("Kestrelhaus_Project_File");
-    TreeWriter(writer, sorted).write(solution);
-    return true;
+    xml::QXMLDocument document;
+    document.setError("couldn't write " + filePath.toUtf8());
+    errorText = document.errorText();
+    return false;
 }
 
 bool ProjectSystem::saveSolution(ProjectElement* solution, bool sorted) {

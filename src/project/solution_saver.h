@@ -32,9 +32,9 @@ public:
 };
 
 /// Writes the subtree of a solution node to `filePath`, replacing what is there; false with "couldn't write
-/// PATH" in `errorText` when the file cannot be opened. With `sorted`, children stand in groups
-/// (configurations, folders, files, others), by name in each. A linked solution is written as a plain one.
-/// Nodes lose an empty `Name`, and folders a `file_name`.
+/// PATH" in `errorText` when it cannot be written, and then what was there is still there. With `sorted`,
+/// children stand in groups (configurations, folders, files, others), by name in each. A linked solution is
+/// written as a plain one. Nodes lose an empty `Name`, and folders a `file_name`.
 bool writeSolutionFile(ProjectElement& solution, const QString& filePath, bool sorted, QByteArray& errorText);
 
 }  // namespace project

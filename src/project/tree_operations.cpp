@@ -173,7 +173,7 @@ void ProjectSystem::setElementAttribute(ProjectElement* node, const QString& nam
     node->modified = true;
 }
 
-void ProjectSystem::rebuildProjectMaps(MappingProgress* progress) {
+void ProjectSystem::rebuildProjectMaps(Progress* progress) {
     if (solution()) project::rebuildProjectMaps(*solution(), solutionIndex_, progress);
 }
 

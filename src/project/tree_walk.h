@@ -29,4 +29,22 @@ void forEachElement(ProjectElement& top, Visit visit) {
     }
 }
 
+/// Visits `top` and everything below it without recursion: `enter(node)` before what is below it,
+/// `leave(node)` behind that.
+template <typename Enter, typename Leave>
+void walkElements(ProjectElement& top, Enter enter, Leave leave) {
+    ProjectElement* node = &top;
+    while (node) {
+        enter(*node);
+        ProjectElement* next = node->firstChildElement();
+        while (!next && node) {
+            leave(*node);
+            if (node == &top) return;
+            next = node->nextSiblingElement();
+            if (!next) node = node->parentElement();
+        }
+        node = next;
+    }
+}
+
 }  // namespace project

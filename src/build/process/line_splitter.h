@@ -13,7 +13,7 @@ class LineSplitter {
 public:
     /// A longer line is handed on in pieces of this size, so that a stream without line ends takes bounded
     /// memory.
-    static constexpr std::size_t maxLine = 16 * 1024 * 1024;
+    static constexpr std::size_t maxLine = std::size_t{16} << 20;
 
     using Receiver = std::function<void(std::string_view line)>;
 
