@@ -37,7 +37,7 @@ TEST(EvalCommand, PrintsTheValueOrTheTree) {
     for (const Row& row : rows) {
         const Outcome outcome = atelis(std::string("eval ") + row.words);
         EXPECT_EQ(outcome.status, row.status) << row.words;
-        EXPECT_EQ(outcome.output, row.output) << row.words;
+        EXPECT_EQ(outcome.errors + outcome.output, row.output) << row.words;
     }
     EXPECT_EQ(atelis("eval").status, 2);
     EXPECT_EQ(atelis("eval 1 2").status, 2);
