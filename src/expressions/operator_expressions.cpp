@@ -78,12 +78,12 @@ const ArithmeticOperator logicalOrOperator = {"||",
     [](Byte l, Byte r) -> Byte { return l != 0 || r != 0; },
     [](Word l, Word r, bool) -> Word { return l != 0 || r != 0; }, nullptr};
 
-const ComparisonOperator eqOperator = {"==", [](std::strong_ordering order) { return order == 0; }};
-const ComparisonOperator neOperator = {"!=", [](std::strong_ordering order) { return order != 0; }};
-const ComparisonOperator ltOperator = {"<", [](std::strong_ordering order) { return order < 0; }};
-const ComparisonOperator leOperator = {"<=", [](std::strong_ordering order) { return order <= 0; }};
-const ComparisonOperator gtOperator = {">", [](std::strong_ordering order) { return order > 0; }};
-const ComparisonOperator geOperator = {">=", [](std::strong_ordering order) { return order >= 0; }};
+const ComparisonOperator eqOperator = {"==", [](std::strong_ordering order) { return std::is_eq(order); }};
+const ComparisonOperator neOperator = {"!=", [](std::strong_ordering order) { return std::is_neq(order); }};
+const ComparisonOperator ltOperator = {"<", [](std::strong_ordering order) { return std::is_lt(order); }};
+const ComparisonOperator leOperator = {"<=", [](std::strong_ordering order) { return std::is_lteq(order); }};
+const ComparisonOperator gtOperator = {">", [](std::strong_ordering order) { return std::is_gt(order); }};
+const ComparisonOperator geOperator = {">=", [](std::strong_ordering order) { return std::is_gteq(order); }};
 // clang-format on
 
 InfixExpression::InfixExpression(ExpressionParser& parser, const char* sign, ExpressionPtr left,

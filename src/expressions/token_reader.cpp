@@ -21,7 +21,7 @@ void TokenReader::expect(Token expected, const char* message) {
 
 QString TokenReader::readName() {
     if (token() == Token::Ident && parser_.isTemplateName(text())) return readTemplateName();
-    const QString name = text();
+    QString name = text();
     expect(Token::Ident, "identifier expected");
     return name;
 }

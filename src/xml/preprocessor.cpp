@@ -117,7 +117,7 @@ private:
     QString expanded(const MacroTable& macros, const QString& text) {
         if (!project::macroEngine || !text.contains(u'$')) return text;
         if (expandedLength_ > XMLPP2::maxExpandedLength) return text;
-        const QString result = project::macroEngine->expand(macros, text, true, true);
+        QString result = project::macroEngine->expand(macros, text, true, true);
         expandedLength_ += result.size();
         if (expandedLength_ > XMLPP2::maxExpandedLength) warn(QStringLiteral("too much text from macros"));
         return result;

@@ -48,12 +48,14 @@ namespace {
 
 std::string quoted(const std::string& argument) {
     const bool hasBlank = argument.find(' ') != std::string::npos;
-    std::string text = hasBlank ? "\"" : "";
+    std::string text;
+    if (hasBlank) text += '"';
     for (const char byte : argument) {
         if (byte == '"') text += '\\';
         text += byte;
     }
-    return hasBlank ? text + '"' : text;
+    if (hasBlank) text += '"';
+    return text;
 }
 
 }  // namespace
@@ -64,7 +66,7 @@ std::string commandText(std::span<const std::string> arguments, const std::strin
         text = workingDirectory + "/";
     const char* separator = "";
     for (const std::string& argument : arguments) {
-        text += std::exchange(separator, " ") + quoted(argument);
+        text.append(std::exchange(separator, " ")).append(quoted(argument));
     }
     return text;
 }
