@@ -98,8 +98,8 @@ struct DeepFile {
             engine.newProject(solution, QStringLiteral("p"), QString(), QStringLiteral("Executable"));
         for (int i = 0; i < 4; ++i) node = engine.addFolder(node, QStringLiteral("f"), QString());
         file = engine.addFile(node, QStringLiteral("a.c"));
-        propertyClass = engine.schema().find(QStringLiteral("gcc_optimization_level"));
-        engine.setPropertyValue(solution, propertyClass, commonConfiguration, QStringLiteral("Level 1"));
+        propertyClass = engine.schema().find(QStringLiteral("file_type"));
+        engine.setPropertyValue(solution, propertyClass, commonConfiguration, QStringLiteral("C"));
     }
 
     Engine engine;

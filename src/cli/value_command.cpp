@@ -69,7 +69,7 @@ int get(const ValueOptions& options, const GlobalOptions& globalOptions) {
 
 /// The configuration in which a value is stored, or null, after a report, where it cannot be stored.
 QString storingConfiguration(const PropertyClass& propertyClass, const ValueOptions& options) {
-    const QString configuration = options.node.configurationName();
+    QString configuration = options.node.configurationName();
     if (propertyClass.readOnly) {
         reportError("property \"" + options.key + "\" is read-only");
         return {};

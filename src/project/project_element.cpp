@@ -41,10 +41,11 @@ QByteArray tagBytes(const QString& tag) {
     return kind == Kind::Unknown ? tag.toUtf8() : tags()[static_cast<std::size_t>(kind)];
 }
 
+/// Never destroyed: an engine may be an object of the process that lives to its very end.
 std::pmr::memory_resource& nodeMemory() {
-    static std::pmr::unsynchronized_pool_resource pool(std::pmr::pool_options{0, sizeof(ProjectElement)},
-                                                       support::hugePageMemory());
-    return pool;
+    static auto* const pool = new std::pmr::unsynchronized_pool_resource(
+        std::pmr::pool_options{0, sizeof(ProjectElement)}, support::hugePageMemory());
+    return *pool;
 }
 
 }  // namespace

@@ -23,11 +23,12 @@ inline std::string drained(std::FILE* stream) {
     return text;
 }
 
-/// `words` are the command line behind the program's name, as a shell takes it.
-inline Outcome atelis(const std::string& words) {
+/// `words` are the command line behind the program's name, as a shell takes it, which runs in `directory`.
+inline Outcome atelis(const std::string& words, const std::string& directory = ".") {
     std::FILE* const errors = std::tmpfile();
     const std::string redirection = " 2>&" + std::to_string(::fileno(errors));
-    std::FILE* const pipe = ::popen((ATELIS_PROGRAM " " + words + redirection).c_str(), "r");
+    const std::string command = "cd '" + directory + "' && " ATELIS_PROGRAM " " + words + redirection;
+    std::FILE* const pipe = ::popen(command.c_str(), "r");
     Outcome outcome{};
     outcome.output = drained(pipe);
     outcome.status = WEXITSTATUS(::pclose(pipe));
