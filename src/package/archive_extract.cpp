@@ -1,0 +1,57 @@
+// How entries become files on disk.
+#include "package/package_archive.h"
+#include "package/target.h"
+#include "support/hexception.h"
+
+#include <QFile>
+
+#include <string>
+
+namespace package {
+
+using support::HException;
+
+namespace {
+
+constexpr mode_t privateMode = 0600;
+
+void writeTo(const Target& target, const QString& path, const PackageArchiveFile& file,
+             const QByteArray& contents, bool overwrite) {
+    if (!overwrite && target.exists()) throw HException("cannot overwrite file " + path.toStdString());
+    const NewFile content{.contents = contents,
+                          .modified = file.modifiedSeconds(),
+                          .creationMode = privateMode,
+                          .mode = file.mode()};
+    switch (target.write(content)) {
+        case Target::Fault::None:
+            return;
+        case Target::Fault::Create:
+            throw HException("cannot create output file " + path.toStdString());
+        case Target::Fault::Write:
+            throw HException("cannot write to output file " + path.toStdString());
+        case Target::Fault::Mode:
+            throw HException("cannot set mode of output file " + path.toStdString());
+    }
+}
+
+}  // namespace
+
+void PackageArchive::extract(const PackageArchiveFile* file, const QString& directory, bool overwrite) {
+    if (file == nullptr) return;
+    checkTarget(directory, file->name());
+    const QByteArray contents = readFile(file);
+    const QString path = directory + u'/' + file->name();
+    writeTo(Target::below(directory, file->name()), path, *file, contents, overwrite);
+}
+
+void PackageArchive::extractTo(const PackageArchiveFile* file, const QString& path, bool overwrite) {
+    if (file == nullptr) return;
+    const QByteArray contents = readFile(file);
+    writeTo(Target::at(path), path, *file, contents, overwrite);
+}
+
+void PackageArchive::checkNames(const QString& directory) const {
+    for (const auto& file : files()) checkTarget(directory, file->name());
+}
+
+}  // namespace package

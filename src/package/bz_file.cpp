@@ -1,0 +1,120 @@
+#include "package/bz_file.h"
+
+#include "support/hexception.h"
+
+#include <bzlib.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace package {
+
+using support::HException;
+
+namespace {
+
+constexpr int silent = 0;
+constexpr int fast = 0;
+constexpr int workFactor = 30;
+
+/// bzip2 counts in int.
+int stepOf(std::int64_t size) {
+    return static_cast<int>(std::min<std::int64_t>(size, 1 << 30));
+}
+
+}  // namespace
+
+PackageArchiveCompressedBzInputFile::PackageArchiveCompressedBzInputFile(FileHandle file)
+    : PackageArchiveCompressedInputFile(std::move(file)) {
+    PackageArchiveCompressedBzInputFile::openDecompressor();
+}
+
+PackageArchiveCompressedBzInputFile::~PackageArchiveCompressedBzInputFile() {
+    int ignored = BZ_OK;
+    if (stream_ != nullptr) ::BZ2_bzReadClose(&ignored, stream_);
+}
+
+void PackageArchiveCompressedBzInputFile::openDecompressor() {
+    int result = BZ_OK;
+    ahead_.reset();
+    stream_ = ::BZ2_bzReadOpen(&result, file(), silent, fast, nullptr, 0);
+    if (stream_ == nullptr) throw HException("cannot initialise inflate");
+}
+
+void PackageArchiveCompressedBzInputFile::closeDecompressor() {
+    int result = BZ_OK;
+    ::BZ2_bzReadClose(&result, std::exchange(stream_, nullptr));
+    if (result != BZ_OK) throw HException("error decompressing stream");
+}
+
+std::int64_t PackageArchiveCompressedBzInputFile::readDecompressed(void* buffer, std::int64_t size) {
+    if (size < 1) return 0;
+    auto* const bytes = static_cast<char*>(buffer);
+    std::int64_t done = 0;
+    if (ahead_) {
+        bytes[done++] = *ahead_;
+        ahead_.reset();
+    }
+    while (done < size) {
+        const int step = stepOf(size - done);
+        if (readSome(bytes + done, step) < step) throw HException("error reading from compressed stream");
+        done += step;
+    }
+    lookAhead();
+    return size;
+}
+
+int PackageArchiveCompressedBzInputFile::readSome(char* buffer, int size) {
+    if (ended_) return 0;
+    int result = BZ_OK;
+    const int got = ::BZ2_bzRead(&result, stream_, buffer, size);
+    ended_ = result != BZ_OK;  // by a failure too: the library must not go on after one
+    if (ended_ && result != BZ_STREAM_END) throw HException("error reading from compressed stream");
+    return got;
+}
+
+/// The check sum is looked at only on the way past the last byte.
+void PackageArchiveCompressedBzInputFile::lookAhead() {
+    char byte = 0;
+    if (readSome(&byte, 1) == 1) ahead_ = byte;
+}
+
+PackageArchiveCompressedBzOutputFile::PackageArchiveCompressedBzOutputFile(FileHandle file, int level)
+    : PackageArchiveCompressedOutputFile(std::move(file)), level_(level) {
+    PackageArchiveCompressedBzOutputFile::openCompressor();
+}
+
+PackageArchiveCompressedBzOutputFile::~PackageArchiveCompressedBzOutputFile() {
+    int ignored = BZ_OK;
+    constexpr int abandon = 1;
+    std::clearerr(file());  // the library frees nothing for a file that failed
+    if (stream_ != nullptr) ::BZ2_bzWriteClose(&ignored, stream_, abandon, nullptr, nullptr);
+}
+
+void PackageArchiveCompressedBzOutputFile::openCompressor() {
+    int result = BZ_OK;
+    stream_ = ::BZ2_bzWriteOpen(&result, file(), level_, silent, workFactor);
+    if (stream_ == nullptr) throw HException("cannot initialise deflate");
+}
+
+std::int64_t PackageArchiveCompressedBzOutputFile::writeCompressed(const void* buffer, std::int64_t size) {
+    // bzip2 does not write to its input.
+    auto* const bytes = static_cast<char*>(const_cast<void*>(buffer));
+    for (std::int64_t done = 0; done < size; done += stepOf(size - done)) {
+        int result = BZ_OK;
+        ::BZ2_bzWrite(&result, stream_, bytes + done, stepOf(size - done));
+        if (result != BZ_OK) throw HException("error writing to compressed stream");
+    }
+    return size;
+}
+
+void PackageArchiveCompressedBzOutputFile::closeCompressor() {
+    int result = BZ_OK;
+    constexpr int complete = 0;
+    ::BZ2_bzWriteClose(&result, stream_, complete, nullptr, nullptr);
+    // The library keeps the stream when it cannot write it; the destructor then gives it up.
+    if (result != BZ_OK) throw HException("error compressing stream");
+    stream_ = nullptr;
+}
+
+}  // namespace package

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "package/io_file.h"
+
+namespace package {
+
+/// Reads the decompressed bytes of a compressed stream that begins where the file stands when this is made.
+///
+/// The stream must be whole: a read fails when the file ends before the stream does, and one that reaches the
+/// end fails when the stream's check sum is wrong. What stands behind the stream is not looked at. Throws
+/// support::HException, after which only a seek backwards can make a read succeed.
+class PackageArchiveCompressedInputFile : public PackageArchiveIOFile {
+public:
+    explicit PackageArchiveCompressedInputFile(FileHandle file);
+
+    /// Reads all of `size` or throws.
+    std::int64_t read(void* buffer, std::int64_t size) override;
+    /// In decompressed bytes from the first. A way forward is read and dropped, a way back begins anew.
+    bool seek(std::int64_t position) override;
+    /// Whether everything has been read, and the check sum is right.
+    bool hasEnded() const { return ended_; }
+
+    virtual void openDecompressor() = 0;
+    virtual void closeDecompressor() = 0;
+    virtual std::int64_t readDecompressed(void* buffer, std::int64_t size) = 0;
+
+protected:
+    bool ended_ = false;  // set by readDecompressed
+
+private:
+    void rewind();
+
+    std::int64_t base_;          // of the compressed stream in the file
+    std::int64_t position_ = 0;  // decompressed bytes read so far
+};
+
+/// Compresses what is written. The stream is complete after `closeCompressor`, which may fail; the destructor
+/// only releases. Throws support::HException.
+class PackageArchiveCompressedOutputFile : public PackageArchiveIOFile {
+public:
+    using PackageArchiveIOFile::PackageArchiveIOFile;
+
+    std::int64_t write(const void* buffer, std::int64_t size) override;
+
+    virtual std::int64_t writeCompressed(const void* buffer, std::int64_t size) = 0;
+    virtual void openCompressor() = 0;
+    /// Writes what is left, down to the operating system.
+    virtual void closeCompressor() = 0;
+};
+
+}  // namespace package
