@@ -1,0 +1,136 @@
+#include "package/package_description.h"
+
+#include "package/package_archive.h"
+#include "package/target.h"
+#include "support/hexception.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QXmlStreamReader>
+
+#include <string>
+
+namespace package {
+
+using support::HException;
+
+namespace {
+
+constexpr int indent = 2;
+const QString packageTag = QStringLiteral("package");
+const QString installedFileTag = QStringLiteral("installed_file");
+const QString fileNameKey = QStringLiteral("file_name");
+const QString checkSumKey = QStringLiteral("crc32");
+
+[[noreturn]] void fail(const QString& name, const QString& message, qint64 column, qint64 line) {
+    throw HException("cannot load package description file: " + name.toStdString() + " - " +
+                     message.toStdString() + ' ' + std::to_string(column) + ':' + std::to_string(line));
+}
+
+/// The document is a tree of objects that is destroyed by recursion.
+void checkDepth(const QString& text, const QString& name) {
+    QXmlStreamReader reader(text);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isStartElement() && ++depth > PackageDescriptionFile::maxDepth)
+            fail(name, QStringLiteral("elements nested too deeply"), reader.columnNumber(),
+                 reader.lineNumber());
+        if (reader.isEndElement()) --depth;
+    }
+}
+
+QByteArray asciiOf(const QString& text) {
+    QByteArray ascii;
+    for (const char32_t character : text.toUcs4()) {
+        if (character < 0x80)
+            ascii += static_cast<char>(character);
+        else
+            ascii += "&#" + QByteArray::number(static_cast<uint>(character)) + ';';
+    }
+    return ascii;
+}
+
+QString checkSumText(std::uint32_t sum) {
+    return QStringLiteral("0x") + QString::number(sum, 16);
+}
+
+}  // namespace
+
+void PackageDescriptionFile::loadPackageDescription(PackageArchive& archive, const PackageArchiveFile* file) {
+    if (file == nullptr) file = archive.findPackageDescription();
+    if (file == nullptr) return;
+    if (file->size() > maxSize) fail(file->name(), QStringLiteral("file too large"), 0, 0);
+    parse(archive.readFile(file), file->name());
+}
+
+void PackageDescriptionFile::parse(const QByteArray& bytes, const QString& name) {
+    const QString text = QString::fromUtf8(bytes);
+    checkDepth(text, name);
+    QString message;
+    int line = 0;
+    int column = 0;
+    root_ = {};
+    if (!document_.setContent(text, false, &message, &line, &column)) fail(name, message, column, line);
+}
+
+void PackageDescriptionFile::savePackageDescription(const QString& path, bool overwrite) {
+    if (!overwrite && QFileInfo::exists(path))
+        throw HException("cannot overwrite package description file " + path.toStdString());
+    const QByteArray text = asciiOf(document_.toString(indent));
+    const NewFile file{.contents = text, .modified = QDateTime::currentSecsSinceEpoch()};
+    if (Target::at(path).write(file) != Target::Fault::None)
+        throw HException("cannot write package description file " + path.toStdString());
+}
+
+bool PackageDescriptionFile::isEmpty() {
+    return root().isNull();
+}
+
+QString PackageDescriptionFile::attribute(const char* name) {
+    return root().attribute(QString::fromLatin1(name));
+}
+
+bool PackageDescriptionFile::hasAttribute(const char* name) {
+    return root().hasAttribute(QString::fromLatin1(name));
+}
+
+void PackageDescriptionFile::setAttribute(const char* name, const QString& value) {
+    root().setAttribute(QString::fromLatin1(name), value);
+}
+
+QMap<QString, QString> PackageDescriptionFile::attributes() {
+    QMap<QString, QString> all;
+    const QDomNamedNodeMap nodes = root().attributes();
+    for (int i = 0; i < nodes.size(); ++i) all.insert(nodes.item(i).nodeName(), nodes.item(i).nodeValue());
+    return all;
+}
+
+InstalledFiles PackageDescriptionFile::installedFiles() {
+    InstalledFiles files;
+    for (QDomElement child = root().firstChildElement(installedFileTag); !child.isNull();
+         child = child.nextSiblingElement(installedFileTag))
+        files.insert(child.attribute(fileNameKey), child.attribute(checkSumKey).toUInt(nullptr, 0));
+    return files;
+}
+
+void PackageDescriptionFile::setInstalledFiles(const InstalledFiles& files) {
+    while (true) {
+        const QDomElement old = root().firstChildElement(installedFileTag);
+        if (old.isNull()) break;
+        root().removeChild(old);
+    }
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        QDomElement child = document_.createElement(installedFileTag);
+        child.setAttribute(fileNameKey, file.key());
+        child.setAttribute(checkSumKey, checkSumText(file.value()));
+        root().appendChild(child);
+    }
+}
+
+QDomElement& PackageDescriptionFile::root() {
+    if (root_.isNull()) root_ = document_.elementsByTagName(packageTag).item(0).toElement();
+    return root_;
+}
+
+}  // namespace package
