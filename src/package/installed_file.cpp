@@ -5,7 +5,9 @@
 #include "project/base/macro_engine.h"
 #include "support/hexception.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace package {
 
@@ -19,13 +21,19 @@ QString directoryOf(const PackageRecord& package, const QString& file, const Pac
     return directory.isEmpty() ? manager.packagesDirectory() : directory;
 }
 
-void removeInstalledFile(const QString& directory, const QString& file) {
+bool removeInstalledFile(const QString& directory, const QString& file) {
     try {
         checkTarget(directory, file);
     } catch (const support::HException&) {
-        return;
+        return false;
     }
     QFile::remove(directory + u'/' + file);
+    return true;
+}
+
+void removeEmptyDirectories(const QString& directory) {
+    QString next = directory;
+    while (!QDir(next).isRoot() && QDir().rmdir(next)) next = QFileInfo(next).path();
 }
 
 }  // namespace package

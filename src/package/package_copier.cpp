@@ -53,7 +53,7 @@ PackageCopier::Answer PackageCopier::decide(const PackageArchiveFile& file, cons
 
 /// Leaves what is on disk as it is.
 void PackageCopier::keep(const PackageArchiveFile& file, const QString& target) {
-    if (!file.name().endsWith(descriptionSuffix) && QFileInfo::exists(target))
+    if (!file.name().endsWith(descriptionSuffix) && QFileInfo(target).isFile())
         installed_.insert(file.name(), checkSumOfFile(target));
 }
 

@@ -7,7 +7,9 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
+#include <algorithm>
 #include <string>
 
 namespace package {
@@ -38,6 +40,36 @@ void checkDepth(const QString& text, const QString& name) {
                  reader.lineNumber());
         if (reader.isEndElement()) --depth;
     }
+}
+
+void writeSortedElement(const QXmlStreamReader& element, QXmlStreamWriter& writer) {
+    QXmlStreamAttributes attributes = element.attributes();
+    std::sort(attributes.begin(), attributes.end(),
+              [](const auto& a, const auto& b) { return a.qualifiedName().compare(b.qualifiedName()) < 0; });
+    writer.writeStartElement(element.qualifiedName().toString());
+    writer.writeAttributes(attributes);
+}
+
+/// The text of a document with the attributes of each element by name: the DOM keeps them in an order that
+/// changes from run to run.
+QString withSortedAttributes(const QString& text) {
+    QString sorted;
+    QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false);
+    QXmlStreamWriter writer(&sorted);
+    bool isProlog = true;  // in which the reader passes over line feeds
+    while (!reader.atEnd()) {
+        reader.readNext();
+        const bool isMissing = reader.isStartDocument() && reader.documentVersion().isEmpty();
+        if (isMissing || reader.hasError()) continue;
+        isProlog = isProlog && !reader.isStartElement();
+        if (reader.isStartElement())
+            writeSortedElement(reader, writer);
+        else
+            writer.writeCurrentToken(reader);
+        if (isProlog) writer.writeCharacters(QStringLiteral("\n"));
+    }
+    return sorted;
 }
 
 QByteArray asciiOf(const QString& text) {
@@ -71,13 +103,15 @@ void PackageDescriptionFile::parse(const QByteArray& bytes, const QString& name)
     int line = 0;
     int column = 0;
     root_ = {};
-    if (!document_.setContent(text, false, &message, &line, &column)) fail(name, message, column, line);
+    if (document_.setContent(text, false, &message, &line, &column)) return;
+    document_ = {};
+    fail(name, message, column, line);
 }
 
 void PackageDescriptionFile::savePackageDescription(const QString& path, bool overwrite) {
     if (!overwrite && QFileInfo::exists(path))
         throw HException("cannot overwrite package description file " + path.toStdString());
-    const QByteArray text = asciiOf(document_.toString(indent));
+    const QByteArray text = asciiOf(withSortedAttributes(document_.toString(indent)));
     const NewFile file{.contents = text, .modified = QDateTime::currentSecsSinceEpoch()};
     if (Target::at(path).write(file) != Target::Fault::None)
         throw HException("cannot write package description file " + path.toStdString());

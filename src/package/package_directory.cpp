@@ -31,8 +31,9 @@ void removeLeftOvers(const PackageRecord& old, const PackageRecord& now, const P
         const QString directory = directoryOf(old, file.key(), manager);
         const bool isKept =
             now.files.contains(file.key()) && directory == directoryOf(now, file.key(), manager);
-        if (!isKept && isUnchanged(directory + u'/' + file.key(), file.value()))
-            removeInstalledFile(directory, file.key());
+        const QString path = directory + u'/' + file.key();
+        if (!isKept && isUnchanged(path, file.value()) && removeInstalledFile(directory, file.key()))
+            removeEmptyDirectories(QFileInfo(path).path());
     }
 }
 

@@ -7,7 +7,6 @@
 #include "project/project_system.h"
 #include "support/hexception.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QSet>
 #include <QStringList>
@@ -41,10 +40,6 @@ bool confirmIncompatible(InstallationHost& host, const QString& requirement) {
 /// The name of a description in the packages directory, its own in the list of what was installed.
 QString descriptionName(const PackageArchiveFile& file) {
     return QStringLiteral("packages/") + project::Path(file.name()).fileName();
-}
-
-void removeEmptyDirectories(QString directory) {
-    while (!QDir(directory).isRoot() && QDir().rmdir(directory)) directory = QFileInfo(directory).path();
 }
 
 }  // namespace
@@ -148,10 +143,11 @@ void PackageInstaller::uninstallPackage(const QString& name) {
     qsizetype done = 0;
     for (auto file = package->files.begin(); file != package->files.end(); ++file) {
         const QString base = directoryOf(*package, file.key(), manager_);
-        const QString holder = QFileInfo(base + u'/' + file.key()).path();
-        if (!seen.contains(holder)) emptied.append(holder);
-        seen.insert(holder);
-        removeInstalledFile(base, file.key());
+        if (removeInstalledFile(base, file.key())) {
+            const QString holder = QFileInfo(base + u'/' + file.key()).path();
+            if (!seen.contains(holder)) emptied.append(holder);
+            seen.insert(holder);
+        }
         manager_.progress(package->files.size(), ++done);
     }
     package->installedVersion = {};
