@@ -7,6 +7,7 @@
 #include "cli/manifest_command.h"
 #include "cli/md5_command.h"
 #include "cli/output.h"
+#include "cli/package_command.h"
 #include "cli/preprocess_command.h"
 #include "cli/schema_command.h"
 #include "cli/script_command.h"
@@ -43,6 +44,7 @@ int run(int argc, char** argv) {
     cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
     cli::addMd5Command(app, exitStatus);
+    cli::addPackageCommand(app, globalOptions, exitStatus);
     cli::addPreprocessCommand(app, globalOptions, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
     cli::addScriptCommand(app, exitStatus);

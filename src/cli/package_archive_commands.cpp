@@ -1,0 +1,222 @@
+// atelis package list, create, extract, cat
+#include "cli/output.h"
+#include "cli/package_command.h"
+#include "package/package_archive.h"
+#include "package/target.h"
+#include "support/hexception.h"
+
+#include <QString>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace cli {
+
+namespace {
+
+namespace fs = std::filesystem;
+using package::Compression;
+using package::PackageArchive;
+using package::PackageArchiveFile;
+using support::HException;
+
+struct ArchiveOptions {
+    std::string archive;
+    std::vector<std::string> names;
+    std::string directory = ".";
+    int version = 0;  ///< 0 leaves it to the compression
+    std::string compression = "zlib";
+    int level = -1;
+    bool overwrite = false;
+};
+
+QString text(const std::string& bytes) {
+    return QString::fromStdString(bytes);
+}
+
+// --- list, cat ---
+
+/// A line must stay a line whatever a name holds.
+std::string printable(std::string name) {
+    std::string shown;
+    for (const char byte : name) {
+        const auto code = static_cast<unsigned char>(byte);
+        std::array<char, 8> escape;
+        std::snprintf(escape.data(), escape.size(), "\\%03o", code);
+        shown += code < 0x20 || code == 0x7F ? std::string(escape.data()) : std::string(1, byte);
+    }
+    return shown;
+}
+
+int list(const ArchiveOptions& options) {
+    const PackageArchive archive(text(options.archive));
+    Output output;
+    for (const auto& file : archive.files()) {
+        std::array<char, 32> numbers;
+        std::snprintf(numbers.data(), numbers.size(), "%04o %u ", file->mode() & 07777, file->size());
+        output << numbers.data() << file->modified().toString(Qt::ISODate).toStdString() << " "
+               << printable(file->name().toStdString()) << "\n";
+    }
+    return output.finish() ? 0 : 1;
+}
+
+PackageArchiveFile* entry(const PackageArchive& archive, const std::string& name) {
+    PackageArchiveFile* const file = archive.fileNamed(text(name));
+    if (file == nullptr) throw HException("no file \"" + name + '"');
+    return file;
+}
+
+int cat(const ArchiveOptions& options) {
+    PackageArchive archive(text(options.archive));
+    const QByteArray contents = archive.readFile(entry(archive, options.names[0]));
+    Output output;
+    output << std::string_view(contents.data(), static_cast<std::size_t>(contents.size()));
+    return output.finish() ? 0 : 1;
+}
+
+// --- extract ---
+
+/// All entries, or those named, in table order.
+std::vector<PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
+                                               const std::vector<std::string>& names) {
+    std::set<const PackageArchiveFile*> named;
+    for (const std::string& name : names) named.insert(entry(archive, name));
+    std::vector<PackageArchiveFile*> chosen;
+    for (const auto& file : archive.files())
+        if (names.empty() || named.contains(file.get())) chosen.push_back(file.get());
+    return chosen;
+}
+
+int extract(const ArchiveOptions& options) {
+    PackageArchive archive(text(options.archive));
+    const QString directory = text(options.directory);
+    const std::vector<PackageArchiveFile*> files = chosenEntries(archive, options.names);
+    for (const PackageArchiveFile* file : files) package::checkTarget(directory, file->name());
+    for (const PackageArchiveFile* file : files) archive.extract(file, directory, options.overwrite);
+    return 0;
+}
+
+// --- create ---
+
+/// Collects the files to store, directories with all below them.
+class Collector {
+public:
+    Collector(PackageArchive& archive, const ArchiveOptions& options)
+        : archive_(archive), directory_(options.directory), output_(options.archive) {}
+
+    void add(const std::string& name) {
+        const fs::path relative = fs::path(name).lexically_normal();
+        const fs::path path = directory_ / relative;
+        const bool climbs = !relative.empty() && *relative.begin() == "..";
+        if (relative.is_absolute() || climbs) throw HException(name + " lies outside the directory");
+        if (!fs::is_directory(path)) return addFile(path, relative.string());
+        std::vector<fs::path> below;
+        for (const auto& found : fs::recursive_directory_iterator(path)) below.push_back(found.path());
+        std::sort(below.begin(), below.end());
+        for (const fs::path& found : below)
+            if (!isDirectory(found))
+                addFile(found, found.lexically_relative(directory_).lexically_normal().string());
+    }
+
+private:
+    static bool isDirectory(const fs::path& path) { return fs::is_directory(fs::symlink_status(path)); }
+
+    void addFile(const fs::path& path, const std::string& name) {
+        std::error_code ignored;
+        if (fs::equivalent(path, output_, ignored)) return;
+        if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored))
+            return reportWarning("skipped " + path.string() + ", which is no file");
+        archive_.addDiskFile(text(path.string()), text(name));
+    }
+
+    PackageArchive& archive_;
+    fs::path directory_;
+    fs::path output_;
+};
+
+void setForm(PackageArchive& archive, const ArchiveOptions& options) {
+    const bool isBzip2 = options.compression == "bzip2";
+    const int version = options.version != 0 ? options.version : isBzip2 ? 2 : 1;
+    if (isBzip2 && version == 1) throw CLI::ValidationError("version 1 has no compression bzip2");
+    archive.setVersion(version);
+    archive.setCompression(isBzip2 ? Compression::Bzip2 : Compression::Zlib);
+}
+
+int create(const ArchiveOptions& options) {
+    PackageArchive archive;
+    setForm(archive, options);
+    Collector collector(archive, options);
+    for (const std::string& name : options.names) collector.add(name);
+    try {
+        archive.save(text(options.archive), options.level);
+    } catch (const HException&) {
+        std::error_code ignored;
+        if (fs::is_regular_file(options.archive, ignored)) fs::remove(options.archive, ignored);
+        throw;
+    }
+    return 0;
+}
+
+// --- The command line ---
+
+using Run = int (*)(const ArchiveOptions& options);
+
+struct Command {
+    CLI::App* app;
+    std::shared_ptr<ArchiveOptions> options;
+};
+
+Command addCommand(CLI::App& package, const char* name, const char* description, int& exitStatus, Run run) {
+    const auto options = std::make_shared<ArchiveOptions>();
+    CLI::App* command = package.add_subcommand(name, description);
+    command->add_option("ARCHIVE", options->archive, "The archive")->type_name("")->required();
+    command->callback([options, run, &exitStatus] { exitStatus = run(*options); });
+    return {command, options};
+}
+
+void addCreate(CLI::App& package, int& exitStatus) {
+    const auto [command, options] = addCommand(package, "create", "Makes an archive", exitStatus, create);
+    command->add_option("NAME", options->names, "The files, and directories with all below them")
+        ->type_name("")
+        ->required();
+    command->add_option("-C", options->directory, "The directory in which the names are found")
+        ->type_name("DIR");
+    command->add_option("--version", options->version, "The version of the form: 1 (the default) or 2")
+        ->type_name("N")
+        ->check(CLI::IsMember({1, 2}));
+    command
+        ->add_option("--compression", options->compression,
+                     "zlib (the default) or bzip2, which takes version 2")
+        ->type_name("NAME")
+        ->check(CLI::IsMember({"zlib", "bzip2"}));
+    command->add_option("--level", options->level, "How hard to compress, up to 9; default 7")
+        ->type_name("N");
+}
+
+void addExtract(CLI::App& package, int& exitStatus) {
+    const auto [command, options] = addCommand(package, "extract", "Extracts files", exitStatus, extract);
+    command->add_option("NAME", options->names, "The files; all of them by default")->type_name("");
+    command->add_option("-d", options->directory, "The directory to extract to")->type_name("DIR");
+    command->add_flag("--overwrite", options->overwrite, "Replaces files that are there");
+}
+
+}  // namespace
+
+void addArchiveCommands(CLI::App& package, int& exitStatus) {
+    addCommand(package, "list", "Lists the files of an archive", exitStatus, list);
+    addCreate(package, exitStatus);
+    addExtract(package, exitStatus);
+    const auto [command, options] =
+        addCommand(package, "cat", "Prints a file of an archive", exitStatus, cat);
+    command->add_option("NAME", options->names, "The file")->type_name("")->required()->expected(1);
+}
+
+}  // namespace cli

@@ -1,0 +1,87 @@
+// atelis package solution, open
+#include "cli/newer_files.h"
+#include "cli/output.h"
+#include "cli/package_command.h"
+#include "package/package_archive.h"
+#include "package/packaged_solution.h"
+#include "support/hexception.h"
+
+#include <QFileInfo>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+
+namespace cli {
+
+namespace {
+
+using support::HException;
+
+struct SolutionArchiveOptions {
+    std::string archive;
+    std::string directory;
+    NewerFiles newer = NewerFiles::Keep;
+};
+
+/// Answers from the words of the command line.
+class CommandHost : public package::PackagedSolutionHost {
+public:
+    explicit CommandHost(const SolutionArchiveOptions& options) : options_(options) {}
+
+    QString chooseDirectory(const QString& /*prompt*/, const QString& /*start*/) override {
+        return QString::fromStdString(options_.directory);
+    }
+
+    Answer askOverwrite(const QString& /*title*/, const QString& text) override {
+        switch (options_.newer) {
+            case NewerFiles::Keep:
+                return Answer::No;
+            case NewerFiles::Overwrite:
+                return Answer::Yes;
+            case NewerFiles::Cancel:
+                reportError(text.section(QStringLiteral(" - "), 0, -2).toStdString());
+        }
+        return Answer::Cancel;
+    }
+
+    /// The solution that was packaged is the first entry.
+    QString chooseSolution(const QString& /*title*/, const QString& /*filter*/,
+                           const QString& start) override {
+        const package::PackageArchive archive(QString::fromStdString(options_.archive));
+        const auto& files = archive.files();
+        const QString file = files.empty() ? QString() : start + u'/' + files.front()->name();
+        if (!file.endsWith(QStringLiteral(".qxProject")) || !QFileInfo(file).isFile())
+            throw HException("no solution in " + options_.archive);
+        return file;
+    }
+
+private:
+    const SolutionArchiveOptions& options_;
+};
+
+int open(const SolutionArchiveOptions& options) {
+    CommandHost host(options);
+    const QString solution = package::openPackagedSolution(QString::fromStdString(options.archive), host);
+    if (solution.isNull()) return 1;
+    Output output;
+    output << solution.toStdString() << "\n";
+    return output.finish() ? 0 : 1;
+}
+
+void addOpen(CLI::App& package, int& exitStatus) {
+    const auto options = std::make_shared<SolutionArchiveOptions>();
+    CLI::App* command = package.add_subcommand("open", "Unpacks a solution and prints its file");
+    command->add_option("ARCHIVE", options->archive, "The archive")->type_name("")->required();
+    command->add_option("DIR", options->directory, "The directory to unpack to")->type_name("")->required();
+    addNewerOption(*command, options->newer);
+    command->callback([options, &exitStatus] { exitStatus = open(*options); });
+}
+
+}  // namespace
+
+void addSolutionArchiveCommands(CLI::App& package, const GlobalOptions& /*globalOptions*/, int& exitStatus) {
+    addOpen(package, exitStatus);
+}
+
+}  // namespace cli
