@@ -2,40 +2,13 @@
 // written in the same format reads back the same.
 #include "loadfiles/format.h"
 #include "loadfiles/image.h"
+#include "memory_file.h"
 #include "support/hexception.h"
-
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <cstddef>
-#include <cstdint>
-#include <string>
 
 namespace {
 
 using namespace loadfiles;
-
-/// A file in memory that has a path.
-class MemoryFile {
-public:
-    MemoryFile()
-        : descriptor_(::memfd_create("image", 0)), path_("/proc/self/fd/" + std::to_string(descriptor_)) {}
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    ~MemoryFile() { ::close(descriptor_); }
-
-    const std::string& path() const { return path_; }
-
-    void fill(const std::uint8_t* data, std::size_t size) const {
-        if (::ftruncate(descriptor_, 0) != 0 ||
-            ::pwrite(descriptor_, data, size, 0) != static_cast<ssize_t>(size))
-            __builtin_trap();
-    }
-
-private:
-    int descriptor_;
-    std::string path_;
-};
+using fuzz::MemoryFile;
 
 void writeSections(LoadFileInterface& file, CodeBuffer& buffer) {
     for (const auto& section : file.sections()) {
