@@ -2,6 +2,7 @@
 #include "cli/newer_files.h"
 #include "cli/output.h"
 #include "cli/package_command.h"
+#include "cli/session.h"
 #include "package/package_archive.h"
 #include "package/packaged_solution.h"
 #include "support/hexception.h"
@@ -19,7 +20,9 @@ namespace {
 using support::HException;
 
 struct SolutionArchiveOptions {
+    std::string solution;
     std::string archive;
+    std::string extraFile;
     std::string directory;
     NewerFiles newer = NewerFiles::Keep;
 };
@@ -60,6 +63,16 @@ private:
     const SolutionArchiveOptions& options_;
 };
 
+int bundle(const SolutionArchiveOptions& options, const GlobalOptions& globalOptions) {
+    Session session(globalOptions);
+    if (!session.open(options.solution)) return 1;
+    const QString extraFile =
+        options.extraFile.empty() ? QString() : QString::fromStdString(options.extraFile);
+    package::PackageArchive::packageSolution(session.engine().solution(),
+                                             QString::fromStdString(options.archive), extraFile);
+    return 0;
+}
+
 int open(const SolutionArchiveOptions& options) {
     CommandHost host(options);
     const QString solution = package::openPackagedSolution(QString::fromStdString(options.archive), host);
@@ -67,6 +80,17 @@ int open(const SolutionArchiveOptions& options) {
     Output output;
     output << solution.toStdString() << "\n";
     return output.finish() ? 0 : 1;
+}
+
+void addBundle(CLI::App& package, const GlobalOptions& globalOptions, int& exitStatus) {
+    const auto options = std::make_shared<SolutionArchiveOptions>();
+    CLI::App* command = package.add_subcommand("solution", "Bundles a solution with its files");
+    command->add_option("SOLUTION", options->solution, "The solution file")->type_name("")->required();
+    command->add_option("ARCHIVE", options->archive, "The archive to make")->type_name("")->required();
+    command->add_option("--extra", options->extraFile, "A further file below the solution's directory")
+        ->type_name("FILE");
+    command->callback(
+        [options, &globalOptions, &exitStatus] { exitStatus = bundle(*options, globalOptions); });
 }
 
 void addOpen(CLI::App& package, int& exitStatus) {
@@ -80,7 +104,8 @@ void addOpen(CLI::App& package, int& exitStatus) {
 
 }  // namespace
 
-void addSolutionArchiveCommands(CLI::App& package, const GlobalOptions& /*globalOptions*/, int& exitStatus) {
+void addSolutionArchiveCommands(CLI::App& package, const GlobalOptions& globalOptions, int& exitStatus) {
+    addBundle(package, globalOptions, exitStatus);
     addOpen(package, exitStatus);
 }
 

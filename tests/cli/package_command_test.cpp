@@ -189,6 +189,45 @@ TEST_F(PackageCommand, InstallsPackages) {
     EXPECT_FALSE(fs::exists(root / "user/packages/packages/tool_package.xml"));
 }
 
+TEST_F(PackageCommand, BundlesSolutions) {
+    put("home/demo.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
+<solution Name="demo" target="8" version="2">
+  <project Name="app">
+    <configuration Name="Common" project_directory="app" project_type="Executable"/>
+    <folder Name="Source"><file file_name="a.c"/><file file_name="sub/b.c"/><file file_name="a.c"/>
+      <file file_name="$(ProjectDir)/macro.c"/><file file_name="../../outside.c"/></folder>
+    <file file_name="../top.c"/>
+  </project>
+  <import file_name="lib/lib.qxProject"/>
+</solution>
+)");
+    put("home/lib/lib.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
+<solution Name="lib" target="8" version="2"><project Name="lib"><file file_name="l.c"/></project></solution>
+)");
+    for (const char* name : {"home/app/a.c", "home/app/sub/b.c", "home/app/macro.c", "outside.c",
+                             "home/top.c", "home/lib/l.c", "home/notes.txt"})
+        put(name, name);
+    EXPECT_EQ(shown(package("solution @/home/demo.qxProject @/demo.qxArchive --extra @/home/notes.txt")),
+              "0\n");
+    const std::string listed = package("list @/demo.qxArchive").output;
+    std::string names;
+    for (std::size_t end = 0; (end = listed.find('\n', end)) != std::string::npos; ++end)
+        names += listed.substr(listed.rfind(' ', end) + 1, end - listed.rfind(' ', end));
+    EXPECT_EQ(names, "demo.qxProject\napp/a.c\napp/sub/b.c\ntop.c\nlib/lib.qxProject\nlib/l.c\nnotes.txt\n");
+
+    EXPECT_EQ(shown(package("open @/demo.qxArchive @/away")), "0\n@/away/demo.qxProject\n");
+    const auto tree = [&](const char* place) {
+        return atelis("tree --configurations " + (root / place).string()).output;
+    };
+    EXPECT_EQ(tree("away/demo.qxProject"), tree("home/demo.qxProject"));
+    EXPECT_NE(tree("away/demo.qxProject"), "");
+    fs::remove(root / "home/top.c");
+    EXPECT_EQ(shown(package("solution @/home/demo.qxProject @/q")),
+              "1\natelis: error: cannot read @/home/top.c\n");
+    EXPECT_EQ(package("solution @/none.qxProject @/q").status, 1);
+    EXPECT_FALSE(fs::exists(root / "q"));
+}
+
 TEST_F(PackageCommand, OpensPackagedSolutions) {
     put("in/demo.qxProject", "<solution/>");
     put("in/src/a.c", "packed");
