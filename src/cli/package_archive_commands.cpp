@@ -45,7 +45,7 @@ QString text(const std::string& bytes) {
 // --- list, cat ---
 
 /// A line must stay a line whatever a name holds.
-std::string printable(std::string name) {
+std::string printable(const std::string& name) {
     std::string shown;
     for (const char byte : name) {
         const auto code = static_cast<unsigned char>(byte);

@@ -53,7 +53,7 @@ public:
                            const QString& start) override {
         const package::PackageArchive archive(QString::fromStdString(options_.archive));
         const auto& files = archive.files();
-        const QString file = files.empty() ? QString() : start + u'/' + files.front()->name();
+        QString file = files.empty() ? QString() : start + u'/' + files.front()->name();
         if (!file.endsWith(QStringLiteral(".qxProject")) || !QFileInfo(file).isFile())
             throw HException("no solution in " + options_.archive);
         return file;

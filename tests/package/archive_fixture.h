@@ -102,7 +102,7 @@ protected:
     QString path(const std::string& name) const { return directory.filePath(q(name)); }
     /// Writes a file and answers its path.
     QString put(const std::string& name, const std::string& bytes) const {
-        const QString place = path(name);
+        QString place = path(name);
         QDir().mkpath(QFileInfo(place).path());
         QFile file(place);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));

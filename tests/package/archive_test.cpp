@@ -191,9 +191,11 @@ TEST_F(ArchiveTest, SavesWhatItOpenedBesideWhatIsOnDisk) {
         PackageArchive third(path("second"));
         const std::string small = form.version == 1 ? "666 3 6 new\n" : "100600 3 6 new\n";
         const std::string mode = form.version == 1 ? "666 " : "100644 ";
-        EXPECT_EQ(rows(third),
-                  "large " + small + "small " + small + "more " + mode + "3000003 5 " + get("large") + "\n")
-            << form.name;
+        std::string expected = "large " + small;
+        expected += "small " + small;
+        expected += "more " + mode;
+        expected += "3000003 5 " + get("large") + "\n";
+        EXPECT_EQ(rows(third), expected) << form.name;
         EXPECT_EQ(third.readFile(third.fileNamed(q("small"))), "new") << "a step back";
         EXPECT_EQ(third.readFile(third.fileNamed(q("more"))).right(3), "end");
     }
