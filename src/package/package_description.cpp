@@ -29,15 +29,29 @@ const QString checkSumKey = QStringLiteral("crc32");
                      message.toStdString() + ' ' + std::to_string(column) + ':' + std::to_string(line));
 }
 
-/// The document is a tree of objects that is destroyed by recursion.
-void checkDepth(const QString& text, const QString& name) {
+bool isAscii(QStringView name) {
+    return std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+bool hasAsciiNames(const QXmlStreamReader& element) {
+    const QXmlStreamAttributes attributes = element.attributes();
+    return isAscii(element.qualifiedName()) &&
+           std::all_of(attributes.begin(), attributes.end(),
+                       [](const auto& attribute) { return isAscii(attribute.qualifiedName()); });
+}
+
+/// The document becomes a tree of objects that is destroyed by recursion, and is written as ASCII.
+void checkForm(const QString& text, const QString& name) {
     QXmlStreamReader reader(text);
+    reader.setNamespaceProcessing(false);
     int depth = 0;
     while (!reader.atEnd()) {
         reader.readNext();
         if (reader.isStartElement() && ++depth > PackageDescriptionFile::maxDepth)
             fail(name, QStringLiteral("elements nested too deeply"), reader.columnNumber(),
                  reader.lineNumber());
+        if (reader.isStartElement() && !hasAsciiNames(reader))
+            fail(name, QStringLiteral("name is not ASCII"), reader.columnNumber(), reader.lineNumber());
         if (reader.isEndElement()) --depth;
     }
 }
@@ -65,6 +79,8 @@ QString withSortedAttributes(const QString& text) {
         isProlog = isProlog && !reader.isStartElement();
         if (reader.isStartElement())
             writeSortedElement(reader, writer);
+        else if (reader.isCDATA())
+            writer.writeCharacters(reader.text().toString());  // where character references count
         else
             writer.writeCurrentToken(reader);
         if (isProlog) writer.writeCharacters(QStringLiteral("\n"));
@@ -98,7 +114,7 @@ void PackageDescriptionFile::loadPackageDescription(PackageArchive& archive, con
 
 void PackageDescriptionFile::parse(const QByteArray& bytes, const QString& name) {
     const QString text = QString::fromUtf8(bytes);
-    checkDepth(text, name);
+    checkForm(text, name);
     QString message;
     int line = 0;
     int column = 0;

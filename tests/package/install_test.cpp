@@ -394,6 +394,8 @@ TEST_F(InstallTest, ReadsAndWritesDescriptions) {
          "cannot load package description file: d/x_package.xml - Premature end of document. 8:1"},
         {"<package>\n</pack>",
          "cannot load package description file: d/x_package.xml - Opening and ending tag mismatch. 7:2"},
+        {"<package \xC3\xA4='1'/>",
+         "cannot load package description file: d/x_package.xml - name is not ASCII 16:1"},
         {deep, "cannot load package description file: d/x_package.xml - elements nested too deeply 303:1"},
     };
     for (const auto& [text, fault] : cases) {
@@ -410,7 +412,7 @@ TEST_F(InstallTest, ReadsAndWritesDescriptions) {
 
     PackageDescriptionFile description;
     description.parse(
-        "<?xml version='1.0'?><!--c--><top><t>x &lt;\xC3\xA4</t>"
+        "<?xml version='1.0'?><!--c--><top><t>x <![CDATA[<\xC3\xA4]]></t>"
         "<package name='\xC3\xA4&amp;\xF0\x9F\x98\x80' md5='&#10;\"'/></top>",
         QString());
     description.setInstalledFiles({{q("b"), 0}, {q("a"), 0x0ABC}});
