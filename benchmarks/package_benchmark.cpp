@@ -27,7 +27,8 @@ QString variable(const char* name) {
 }
 
 QString archivePath(Compression compression) {
-    return variable("PACKAGE_SCRATCH") + (compression == Compression::Zlib ? u"/zlib" : u"/bzip2");
+    return variable("PACKAGE_SCRATCH") +
+           (compression == Compression::Zlib ? QStringLiteral("/zlib") : QStringLiteral("/bzip2"));
 }
 
 void addTree(PackageArchive& archive) {

@@ -33,9 +33,12 @@ bool isAscii(QStringView name) {
     return std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; });
 }
 
-bool hasAsciiNames(const QXmlStreamReader& element) {
-    const QXmlStreamAttributes attributes = element.attributes();
-    return isAscii(element.qualifiedName()) &&
+/// Whether a character reference can stand for whatever is not ASCII here: it cannot in a name.
+bool hasAsciiNames(const QXmlStreamReader& token) {
+    if (token.isDTD()) return isAscii(token.text());
+    if (token.isProcessingInstruction()) return isAscii(token.processingInstructionTarget());
+    const QXmlStreamAttributes attributes = token.attributes();
+    return isAscii(token.qualifiedName()) &&
            std::all_of(attributes.begin(), attributes.end(),
                        [](const auto& attribute) { return isAscii(attribute.qualifiedName()); });
 }
@@ -50,7 +53,7 @@ void checkForm(const QString& text, const QString& name) {
         if (reader.isStartElement() && ++depth > PackageDescriptionFile::maxDepth)
             fail(name, QStringLiteral("elements nested too deeply"), reader.columnNumber(),
                  reader.lineNumber());
-        if (reader.isStartElement() && !hasAsciiNames(reader))
+        if (!hasAsciiNames(reader))
             fail(name, QStringLiteral("name is not ASCII"), reader.columnNumber(), reader.lineNumber());
         if (reader.isEndElement()) --depth;
     }
