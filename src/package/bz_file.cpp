@@ -5,6 +5,7 @@
 #include <bzlib.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace package {
@@ -16,6 +17,8 @@ namespace {
 constexpr int silent = 0;
 constexpr int fast = 0;
 constexpr int workFactor = 30;
+/// A block is undone in random order all over the cache; what is done between two pieces drives it out.
+constexpr int readAheadSize = 1 << 20;
 
 /// bzip2 counts in int.
 int stepOf(std::int64_t size) {
@@ -36,7 +39,7 @@ PackageArchiveCompressedBzInputFile::~PackageArchiveCompressedBzInputFile() {
 
 void PackageArchiveCompressedBzInputFile::openDecompressor() {
     int result = BZ_OK;
-    ahead_.reset();
+    ahead_ = {};
     stream_ = ::BZ2_bzReadOpen(&result, file(), silent, fast, nullptr, 0);
     if (stream_ == nullptr) throw HException("cannot initialise inflate");
 }
@@ -50,33 +53,27 @@ void PackageArchiveCompressedBzInputFile::closeDecompressor() {
 std::int64_t PackageArchiveCompressedBzInputFile::readDecompressed(void* buffer, std::int64_t size) {
     if (size < 1) return 0;
     auto* const bytes = static_cast<char*>(buffer);
-    std::int64_t done = 0;
-    if (ahead_) {
-        bytes[done++] = *ahead_;
-        ahead_.reset();
+    for (std::int64_t done = 0; done < size;) {
+        if (ahead_.empty()) readAhead();
+        if (ahead_.empty()) throw HException("error reading from compressed stream");
+        const auto step = std::min<std::size_t>(ahead_.size(), static_cast<std::size_t>(size - done));
+        std::memcpy(bytes + done, ahead_.data(), step);
+        ahead_ = ahead_.subspan(step);
+        done += static_cast<std::int64_t>(step);
     }
-    while (done < size) {
-        const int step = stepOf(size - done);
-        if (readSome(bytes + done, step) < step) throw HException("error reading from compressed stream");
-        done += step;
-    }
-    lookAhead();
+    // The check sum is looked at only on the way past the last byte.
+    if (ahead_.empty()) readAhead();
     return size;
 }
 
-int PackageArchiveCompressedBzInputFile::readSome(char* buffer, int size) {
-    if (ended_) return 0;
+void PackageArchiveCompressedBzInputFile::readAhead() {
+    if (ended_) return;
     int result = BZ_OK;
-    const int got = ::BZ2_bzRead(&result, stream_, buffer, size);
+    buffer_.resize(readAheadSize);
+    const int got = ::BZ2_bzRead(&result, stream_, buffer_.data(), readAheadSize);
     ended_ = result != BZ_OK;  // by a failure too: the library must not go on after one
     if (ended_ && result != BZ_STREAM_END) throw HException("error reading from compressed stream");
-    return got;
-}
-
-/// The check sum is looked at only on the way past the last byte.
-void PackageArchiveCompressedBzInputFile::lookAhead() {
-    char byte = 0;
-    if (readSome(&byte, 1) == 1) ahead_ = byte;
+    ahead_ = {buffer_.data(), static_cast<std::size_t>(got)};
 }
 
 PackageArchiveCompressedBzOutputFile::PackageArchiveCompressedBzOutputFile(FileHandle file, int level)

@@ -2,7 +2,8 @@
 
 #include "package/compressed_file.h"
 
-#include <optional>
+#include <span>
+#include <vector>
 
 namespace package {
 
@@ -17,11 +18,11 @@ public:
     std::int64_t readDecompressed(void* buffer, std::int64_t size) override;
 
 private:
-    int readSome(char* buffer, int size);
-    void lookAhead();
+    void readAhead();
 
-    void* stream_ = nullptr;     // a BZFILE
-    std::optional<char> ahead_;  // a byte that was read to see whether the stream goes on
+    void* stream_ = nullptr;  // a BZFILE
+    std::vector<char> buffer_;
+    std::span<const char> ahead_;  // what of the buffer nobody has asked for yet
 };
 
 /// Writes a bzip2 stream with blocks of `level` times 100,000 bytes, from 1 to 9.
