@@ -19,6 +19,9 @@ endif()
 target_compile_options(atelis_options INTERFACE ${sanitizer_flags})
 target_link_options(atelis_options INTERFACE ${sanitizer_flags})
 
+# For what is compiled far longer than it runs, in builds that are made for their tests.
+set(quick_build $<$<BOOL:${ATELIS_SANITIZE}>:-O0>)
+
 # One folder below src: a static library of the folder's name. DEPENDS names the folders and outside
 # libraries that its headers may include.
 function(atelis_library name)
@@ -47,6 +50,7 @@ function(atelis_test name)
     add_executable(${name}_test ${arg_SOURCES})
     target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name}_test PRIVATE ${arg_DEPENDS} GTest::gmock GTest::gtest_main atelis_options)
+    target_compile_options(${name}_test PRIVATE ${quick_build})
     add_test(NAME ${name} COMMAND ${name}_test)
 endfunction()
 

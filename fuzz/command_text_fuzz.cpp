@@ -13,7 +13,9 @@ namespace {
 void checkList(const QString& text) {
     const QStringList items = build::splitEscaped(text, true);
     QStringList written;
-    for (QString item : items) written.append(item.replace(u"\\", u"\\\\").replace(u";", u"\\;"));
+    for (QString item : items)
+        written.append(item.replace(QStringLiteral("\\"), QStringLiteral("\\\\"))
+                           .replace(QStringLiteral(";"), QStringLiteral("\\;")));
     if (build::splitEscaped(written.join(u';'), true) != items) __builtin_trap();
     QStringList kept = items;
     kept.removeAll(QString());
