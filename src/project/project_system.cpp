@@ -93,9 +93,7 @@ QString ProjectSystem::locateFile(const QString&, const QString&, ProjectElement
 QString ProjectSystem::objectFileName(ProjectElement*, const QString&, bool) {
     return {};
 }
-QStringList ProjectSystem::inputsOfNode(ProjectElement*, const QString&) {
-    return {};
-}
+void ProjectSystem::inputsOfNode(ProjectElement*, const QString&, bool, bool, bool, QStringList&) {}
 void ProjectSystem::outputFiles(ProjectElement*, const QString&, QStringList&) {}
 
 bool ProjectSystem::isExecutableProject(ProjectElement* node, const QString& configuration) {

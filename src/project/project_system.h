@@ -97,7 +97,10 @@ public:
     virtual QString locateFile(const QString& directory, const QString& file, ProjectElement* node,
                                const QString& configuration);
     virtual QString objectFileName(ProjectElement* node, const QString& configuration, bool absolute);
-    virtual QStringList inputsOfNode(ProjectElement* node, const QString& configuration);
+    /// Appends what a build of the node reads: the entries of a dependency file, objects, libraries. With
+    /// `withDependencies` a link also reads what the projects make that it depends on.
+    virtual void inputsOfNode(ProjectElement* node, const QString& configuration, bool absolute, bool noUnity,
+                              bool withDependencies, QStringList& inputs);
     /// Appends the files that a build of the node leaves.
     virtual void outputFiles(ProjectElement* node, const QString& configuration, QStringList& list);
     virtual bool isExecutableProject(ProjectElement* node, const QString& configuration);
@@ -119,14 +122,18 @@ public:
                            build::Idler* idler, std::uint32_t flags);
     /// Adds a host's macros to the table of a node.
     virtual void addMacros(ProjectElement* node, const QString& configuration, MacroTable& table);
+    /// Whether the folder is compiled as one source file.
     virtual bool isUnityFolder(ProjectElement* node, const QString& configuration, bool noUnity);
     virtual bool hostPredicate();
     virtual void hostAction();
     /// Whether the file type is "C" or "C++".
     virtual bool isCLikeType(const QString& fileType);
+    /// Runs the static analyzer on the file.
     virtual void analyzeFile(ProjectElement* node, const QString& configuration, build::Builder* builder);
+    /// The absolute path of a file in the intermediate directory of the node.
     virtual QString intermediateFilePath(ProjectElement* node, const QString& configuration,
                                          const QString& fileName);
+    /// The file into which a compiler writes what an object depends on.
     virtual QString dependencyFileName(ProjectElement* node, const QString& configuration,
                                        const QString& objectName, bool absolute);
     virtual void loadToolDescriptions(ProjectElement* node, const QString& configuration);

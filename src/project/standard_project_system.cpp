@@ -153,26 +153,14 @@ void StandardProjectSystem::addProjectTypeProperties(ProjectElement*, const QStr
 void StandardProjectSystem::addDebugProperties(ProjectElement*, const QString&, PropertyClassList&) {}
 void StandardProjectSystem::addHostProperties(ProjectElement*, const QString&, PropertyClassList&) {}
 
-BuildKind StandardProjectSystem::classifyNode(ProjectElement*, const QString&) {
-    return BuildKind::NoBuild;
-}
-QString StandardProjectSystem::outputFileName(BuildKind, ProjectElement*, const QString&, bool) {
-    return {};
-}
 expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement*, const QString&) {
     return nullptr;
-}
-bool StandardProjectSystem::mapFileName(ProjectElement*, const QString&, const QString&, QString&) {
-    return false;
 }
 bool StandardProjectSystem::hostToolPredicate() {
     return false;
 }
-bool StandardProjectSystem::runTool(ProjectElement*, const QString&, BuildKind, const QString&,
-                                    const QString&, const QStringList&, build::Builder*, std::uint32_t, bool,
-                                    bool, bool) {
-    return false;
-}
+void StandardProjectSystem::runTool(ProjectElement*, const QString&, BuildKind, const QString&,
+                                    const QString&, const QStringList&, build::Builder*, bool) {}
 bool StandardProjectSystem::propertiesUnchangedSince(ProjectElement*, const QString&, const QDateTime&,
                                                      BuildKind, build::Builder*, bool) {
     return true;
@@ -191,9 +179,6 @@ QString StandardProjectSystem::dependentExecutableInput(ProjectElement*, const Q
     return {};
 }
 bool StandardProjectSystem::hasDefaultLinkerScript(ProjectElement*, const QString&, QString&) {
-    return false;
-}
-bool StandardProjectSystem::isCppProject(ProjectElement*, const QString&) {
     return false;
 }
 

@@ -31,6 +31,9 @@ public:
     bool isExcludedFromBuild(ProjectElement* node, const QString& configuration) override;
     QStringList baseCodeModelArguments(ProjectElement* node, const QString& configuration) override = 0;
     QStringList codeModelArguments(ProjectElement* node, const QString& configuration) override;
+    bool isUnityFolder(ProjectElement* node, const QString& configuration, bool noUnity) override;
+    QString intermediateFilePath(ProjectElement* node, const QString& configuration,
+                                 const QString& fileName) override;
     /// Adds the path of the static analyzer, unless a table has it.
     void addMacros(ProjectElement* node, const QString& configuration, MacroTable& table) override;
 
@@ -54,12 +57,13 @@ public:
     virtual void addHostProperties(ProjectElement* node, const QString& configuration,
                                    PropertyClassList& classes);
 
-    // --- Building ---
+    // --- Building: what a node becomes is answered here, the work is done by `build::BuildSystem` ---
 
     /// What a build does with the node itself.
     BuildKind classifyNode(ProjectElement* node, const QString& configuration);
 
-    /// The file that a step of that kind makes of the node, as its properties spell it or absolute.
+    /// The file that a step of that kind makes of the node, as its properties spell it or absolute; null when
+    /// it makes none.
     virtual QString outputFileName(BuildKind kind, ProjectElement* node, const QString& configuration,
                                    bool absolute);
     /// The register definitions of the node, or null; owned by the engine.
@@ -68,23 +72,33 @@ public:
     virtual bool mapFileName(ProjectElement* node, const QString& configuration, const QString& target,
                              QString& out);
     virtual bool hostToolPredicate();
-    virtual bool runTool(ProjectElement* node, const QString& configuration, BuildKind kind,
+    /// Hands the builder the command of the tool chain's driver that makes the target, and reports what
+    /// stands in its way. `targetName` is the target as the properties spell it, `targetPath` its full path;
+    /// `inputs` are one source file, or the object files and libraries of a link or an archive.
+    virtual void runTool(ProjectElement* node, const QString& configuration, BuildKind kind,
                          const QString& targetName, const QString& targetPath, const QStringList& inputs,
-                         build::Builder* builder, std::uint32_t flags, bool quiet, bool clean,
-                         bool generateDependencies);
-    /// Whether no property that a step of `kind` depends on has changed at the node since `time`.
+                         build::Builder* builder, bool generateDependencies);
+    /// Whether no property that a step of `kind` depends on has changed at the node since `time`. A null
+    /// builder goes with `quiet`.
     virtual bool propertiesUnchangedSince(ProjectElement* node, const QString& configuration,
                                           const QDateTime& time, BuildKind kind, build::Builder* builder,
                                           bool quiet);
+    /// The files that the object depends on beside its source, as its compiler wrote them down; relative ones
+    /// below `directory`, when one is given.
     virtual QStringList readDependencyFile(ProjectElement* node, const QString& configuration,
                                            const QString& directory, const QString& objectName);
+    /// Appends further files of a target that a cleaning deletes.
     virtual void extraOutputFiles(ProjectElement* node, const QString& configuration, BuildKind kind,
                                   const QString& target, QStringList& out);
+    /// Files that a link takes beside its objects.
     virtual QStringList additionalLinkerInputs(ProjectElement* node, const QString& configuration);
+    /// Appends the options of a target processor.
     virtual void addTargetOptions(ProjectElement* node, const QString& configuration, BuildKind kind,
                                   QStringList& arguments);
+    /// What an executable project contributes to the link of a project that depends on it.
     virtual QString dependentExecutableInput(ProjectElement* node, const QString& configuration,
                                              bool absolute);
+    /// Whether links use a linker script without being told to.
     virtual bool hasDefaultLinkerScript(ProjectElement* node, const QString& configuration, QString& out);
     /// Whether the subtree holds a C++ file that is not excluded from the build.
     virtual bool isCppProject(ProjectElement* node, const QString& configuration);
