@@ -13,6 +13,7 @@ void ChangeLog::add(ProjectElement* node, const properties::PropertyClass* prope
     record.configuration_ = nameOf(configuration);
     if (!oldText.isNull()) record.oldText_ = std::make_unique<QString>(oldText);
     record.time_ = QDateTime::currentMSecsSinceEpoch();
+    newestTime_ = std::max(newestTime_, record.time_);  // a clock can be set back
     record.nodeWasModified_ = nodeWasModified;
     record.configurationWasModified_ = configurationWasModified;
     records_.push_back(std::move(record));
@@ -21,6 +22,7 @@ void ChangeLog::add(ProjectElement* node, const properties::PropertyClass* prope
 void ChangeLog::clear() {
     records_.clear();
     configurations_.clear();
+    newestTime_ = std::numeric_limits<std::int64_t>::min();
 }
 
 const QString* ChangeLog::nameOf(const QString& configuration) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <memory>
 
 namespace project {
@@ -21,6 +22,8 @@ public:
     const properties::PropertyClass* propertyClass() const { return class_; }
     const QString& configuration() const { return *configuration_; }
     QDateTime time() const { return QDateTime::fromMSecsSinceEpoch(time_, Qt::UTC); }
+    /// The time since 1970.
+    std::int64_t milliseconds() const { return time_; }
     /// Null when nothing was stored.
     QString oldText() const { return oldText_ ? *oldText_ : QString(); }
     bool nodeWasModified() const { return nodeWasModified_; }
@@ -52,6 +55,8 @@ public:
 
     std::size_t size() const { return records_.size(); }
     bool isEmpty() const { return records_.empty(); }
+    /// The latest time of a record, in milliseconds since 1970; without any, before all times.
+    std::int64_t newestTime() const { return newestTime_; }
     const ChangeRecord& operator[](std::size_t place) const { return records_[place]; }
     const_iterator begin() const { return records_.begin(); }
     const_iterator end() const { return records_.end(); }
@@ -61,6 +66,7 @@ private:
 
     std::deque<ChangeRecord> records_;
     std::deque<QString> configurations_;  // each name once
+    std::int64_t newestTime_ = std::numeric_limits<std::int64_t>::min();
 };
 
 }  // namespace project

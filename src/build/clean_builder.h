@@ -1,0 +1,21 @@
+#pragma once
+
+#include "build/builder.h"
+
+namespace build {
+
+/// Deletes the files that "rm" commands name, be they read-only or not, and ignores everything else.
+class CleanBuilder : public Builder {
+public:
+    void beginStep(ProjectElement*, const QString&, const QString&, int) override {}
+    void endStep(ProjectElement*, const QString&) override {}
+    void run(const QString& workingDirectory, const QStringList& arguments,
+             const QString& outputFile) override;
+    void start(const QString& workingDirectory, const QStringList& arguments,
+               const QString& outputFile) override {
+        run(workingDirectory, arguments, outputFile);
+    }
+    void error(const QString&) override {}
+};
+
+}  // namespace build

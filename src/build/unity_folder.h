@@ -1,0 +1,23 @@
+#pragma once
+
+#include "build/node_properties.h"
+
+#include <QList>
+#include <QString>
+
+/// Folders that are compiled as one generated source file, which includes their members.
+namespace build {
+
+struct UnityFolder {
+    QString path;                     ///< of the generated file
+    QList<ProjectElement*> members;   ///< what it includes, in tree order
+    QList<ProjectElement*> excluded;  ///< what the folder's filter leaves out; built file by file
+};
+
+/// Files that are excluded from the build are in neither list.
+UnityFolder readUnityFolder(const NodeProperties& folder);
+
+/// Writes the file of includes, and its directory. A file that can't be written stays as it is.
+void writeUnityFile(const UnityFolder& folder, const QString& configuration);
+
+}  // namespace build
