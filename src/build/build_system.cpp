@@ -2,12 +2,47 @@
 
 #include "build/dependency_file.h"
 #include "build/file_time.h"
+#include "build/planner.h"
 #include "build/rebuild_decision.h"
 #include "build/tool_commands.h"
 
 #include <QFile>
 
 namespace build {
+
+bool BuildSystem::buildNode(ProjectElement* node, const QString& configuration, Builder* builder,
+                            Idler* idler, std::uint32_t flags) {
+    const BuildRequest request{*this, configuration, builder, *idler, flags};
+    return Planner(request).build(node);
+}
+
+int BuildSystem::countBuildSteps(ProjectElement* node, const QString& configuration, std::uint32_t flags) {
+    return countSteps(*this, node, configuration, flags);
+}
+
+void BuildSystem::analyzeFile(ProjectElement* node, const QString& configuration, Builder* builder) {
+    if (!node || !builder) return;
+    const NodeProperties properties(*this, node, configuration);
+    const auto& tools = properties.tools();
+    const bool isC = fileType(node, configuration) == u"C";
+    const QStringList checks =
+        properties.list("", isC ? tools.clang_tidy_checks_c : tools.clang_tidy_checks_cpp, false, false);
+    node->resolvePaths(configuration);
+    QStringList arguments{expandMacros(node, configuration, QStringLiteral("$(CLANGTIDY)")),
+                          node->path.absFilePath(),
+                          QStringLiteral("-checks=") + checks.join(u','),
+                          QStringLiteral("-quiet"),
+                          QStringLiteral("--"),
+                          QStringLiteral("-x"),
+                          isC ? QStringLiteral("c") : QStringLiteral("c++")};
+    if (!isC && properties.isYes(tools.cpp_enable_exceptions))
+        arguments << QStringLiteral("-fcxx-exceptions") << QStringLiteral("-fexceptions");
+    if (!isC && properties.reads(tools.cpp_enable_rtti, u"No")) arguments << QStringLiteral("-fno-rtti");
+    arguments += codeModelArguments(node, configuration);
+    builder->beginStep(node, QStringLiteral("Analyzing ") + node->elementName(), configuration, 0);
+    builder->run(properties.projectDirectory(), arguments, QString());
+    builder->endStep(node, configuration);
+}
 
 void BuildSystem::runTool(ProjectElement* node, const QString& configuration, project::BuildKind kind,
                           const QString& targetName, const QString& targetPath, const QStringList& inputs,

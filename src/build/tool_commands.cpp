@@ -2,8 +2,7 @@
 
 #include "build/link_inputs.h"
 #include "build/process/command_text.h"
-
-#include <QFile>
+#include "build/response_file.h"
 
 #include <utility>
 
@@ -156,13 +155,8 @@ bool ToolCommand::addIndirectFile(const QString& stepTitle) {
     const QString path = engine_.intermediateFilePath(
         properties_.node(), properties_.configuration(),
         project::Path(request_.targetName).baseName(true) + QStringLiteral(".ind"));
-    project::makeDirectoryFor(path);
-    QFile file(path);
-    QByteArray text;
-    const QStringList inputs =
-        engine_.expandMacroList(properties_.node(), properties_.configuration(), request_.inputs);
-    for (const QString& input : inputs) text += input.toUtf8() + '\n';
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush()) {
+    if (!writeResponseFile(path, engine_.expandMacroList(properties_.node(), properties_.configuration(),
+                                                         request_.inputs))) {
         builder_.beginStep(properties_.node(), stepTitle, properties_.configuration(), 0);
         builder_.error(QStringLiteral("Cannot open file: ") + path);
         builder_.endStep(properties_.node(), properties_.configuration());

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "build/node_step.h"
+
+namespace build {
+
+/// Compiles or assembles a source file, or a folder that is compiled as one.
+class CompileStep : public NodeStep {
+public:
+    CompileStep(const BuildRequest& request, const NodeState& state);
+    bool build();
+
+private:
+    bool isUpToDate();
+    void cleanOutputs() const;
+    /// Answers the file that the compiler reads.
+    QString preCompile() const;
+    void compile(const QString& source) const;
+    void compileExternally() const;
+    MacroTable compileMacros() const;
+    void postCompile() const;
+
+    Target object_;
+    const PropertyClass* externalCommand_;
+};
+
+}  // namespace build
