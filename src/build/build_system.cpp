@@ -2,6 +2,7 @@
 
 #include "build/dependency_file.h"
 #include "build/file_time.h"
+#include "build/link_inputs.h"
 #include "build/planner.h"
 #include "build/rebuild_decision.h"
 #include "build/tool_commands.h"
@@ -87,6 +88,27 @@ QStringList BuildSystem::additionalLinkerInputs(ProjectElement* node, const QStr
         inputs.append(expandMacros(node, configuration, QString::fromUtf8(library->attribute("value"))));
     return inputs + propertyValueList(QString(), node, schema().tools.linker_additional_files, configuration,
                                       true, false);
+}
+
+void BuildSystem::inputsOfNode(ProjectElement* node, const QString& configuration, bool absolute,
+                               bool noUnity, bool withDependencies, QStringList& inputs) {
+    if (!node) return;
+    switch (classifyNode(node, configuration)) {
+        case project::BuildKind::CompileC:
+        case project::BuildKind::CompileCpp:
+        case project::BuildKind::Assemble:
+            inputs += readDependencyFile(node, configuration, absolute ? projectDirectoryOf(node) : QString(),
+                                         objectFileName(node, configuration, false));
+            break;
+        case project::BuildKind::Link:
+            inputs += linkInputs(*this, node, configuration, {absolute, noUnity, withDependencies});
+            break;
+        case project::BuildKind::Archive:
+            inputs += collectObjectFiles(*this, node, configuration, absolute, noUnity);
+            break;
+        default:
+            break;
+    }
 }
 
 ToolOptionList BuildSystem::toolOptions(ToolList) {

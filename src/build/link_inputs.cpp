@@ -112,4 +112,19 @@ QStringList layoutFiles(const NodeProperties& properties) {
     return files;
 }
 
+QStringList linkInputs(BuildSystem& engine, ProjectElement* project, const QString& configuration,
+                       const LinkInputForm& form) {
+    const NodeProperties properties(engine, project, configuration);
+    const auto named = [&](const QString& file) {
+        return form.absolute ? file : project::relativeFilePath(properties.projectDirectory(), file);
+    };
+    QStringList inputs = collectObjectFiles(engine, project, configuration, form.absolute, form.noUnity);
+    if (form.withDependencies)
+        for (const QString& file : collectLibraries(engine, project, configuration, form.noUnity))
+            inputs.append(named(file));
+    const QStringList layout = layoutFiles(properties);
+    for (auto file = layout.rbegin(); file != layout.rend(); ++file) inputs.append(named(*file));
+    return inputs + engine.additionalLinkerInputs(project, configuration);
+}
+
 }  // namespace build

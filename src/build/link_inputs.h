@@ -33,4 +33,14 @@ bool resolveSectionPlacement(const NodeProperties& properties, Builder* builder,
 /// Those of the files above that a link reads.
 QStringList layoutFiles(const NodeProperties& properties);
 
+struct LinkInputForm {
+    bool absolute;
+    bool noUnity;
+    bool withDependencies;  ///< also what the projects make that the project depends on
+};
+
+/// Everything that a link of the project reads.
+QStringList linkInputs(BuildSystem& engine, ProjectElement* project, const QString& configuration,
+                       const LinkInputForm& form);
+
 }  // namespace build

@@ -2,7 +2,7 @@
 
 namespace cli {
 
-CommandLineEngine::CommandLineEngine() : StandardProjectSystem(QString(), {}, QString()) {}
+CommandLineEngine::CommandLineEngine() : BuildSystem(QString(), {}, QString()) {}
 
 QString CommandLineEngine::objectExtension() {
     return QStringLiteral(".o");

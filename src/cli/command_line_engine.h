@@ -1,11 +1,11 @@
 #pragma once
 
-#include "project/standard_project_system.h"
+#include "build/build_system.h"
 
 namespace cli {
 
 /// The project engine of the command line. Its tool chain names files as Unix tools do.
-class CommandLineEngine : public project::StandardProjectSystem {
+class CommandLineEngine : public build::BuildSystem {
 public:
     CommandLineEngine();
     QString objectExtension() override;

@@ -1,5 +1,7 @@
+#include "cli/build_command.h"
 #include "cli/configuration_command.h"
 #include "cli/eval_command.h"
+#include "cli/export_command.h"
 #include "cli/forth_command.h"
 #include "cli/global_options.h"
 #include "cli/graph_command.h"
@@ -37,8 +39,10 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addBuildCommand(app, globalOptions, exitStatus);
     cli::addConfigurationCommands(app, globalOptions, exitStatus);
     cli::addEvalCommand(app, exitStatus);
+    cli::addExportCommand(app, globalOptions, exitStatus);
     cli::addForthCommand(app, exitStatus);
     cli::addGraphCommand(app, globalOptions, exitStatus);
     cli::addImageCommand(app, exitStatus);

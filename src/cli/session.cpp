@@ -98,6 +98,17 @@ ProjectElement* Session::find(const NodeOptions& options) {
     return node;
 }
 
+bool Session::chooseConfiguration(const std::string& name, QString& configuration) {
+    using namespace project;
+    ProjectElement* const solution = engine_.solution();
+    configuration = name.empty() ? engine_.configurationNames(solution, PublicConfigurations).constFirst()
+                                 : QString::fromStdString(name);
+    constexpr unsigned all = WithCommon | PrivateConfigurations | PublicConfigurations;
+    if (engine_.configurationNames(solution, all).contains(configuration)) return true;
+    reportError("no configuration \"" + name + '"');
+    return false;
+}
+
 const project::PropertyClass* Session::findClass(const std::string& key) {
     const project::PropertyClass* const found = engine_.schema().find(QString::fromStdString(key));
     if (!found) reportError("no property \"" + key + '"');

@@ -45,6 +45,9 @@ public:
     bool open(const std::string& solutionFile);
     /// The node of the open solution that the options name, or null.
     project::ProjectElement* find(const NodeOptions& options);
+    /// The configuration of a build: the one named, which the solution must have, or without a name its first
+    /// public one.
+    bool chooseConfiguration(const std::string& name, QString& configuration);
     /// The class of a property, or null.
     const project::PropertyClass* findClass(const std::string& key);
     /// Whether what is stored at `node` may be changed.

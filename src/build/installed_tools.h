@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+/// The small tools of the environment's own that commands can use: "cp", "xmlcp", "mkhdr", "chmod", "rm".
+namespace build {
+
+/// Where the tool of that name is installed; null for any other program.
+QString installedToolPath(const QString& program);
+
+}  // namespace build

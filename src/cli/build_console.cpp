@@ -1,0 +1,179 @@
+#include "cli/build_console.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace cli {
+
+namespace {
+
+using build::LogLine;
+
+volatile sig_atomic_t interruptSeen = 0;
+
+void onInterrupt(int) {
+    interruptSeen = 1;
+}
+
+/// The first interrupt ends the build in order, a second one the program.
+void catchInterrupts() {
+    interruptSeen = 0;
+    struct sigaction action {};
+    action.sa_handler = onInterrupt;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
+    ::signal(SIGPIPE, SIG_IGN);  // commands are to be ended in order even when nobody reads
+}
+
+void releaseInterrupts() {
+    ::signal(SIGINT, SIG_DFL);
+    ::signal(SIGTERM, SIG_DFL);
+    ::signal(SIGPIPE, SIG_DFL);
+}
+
+/// Whether a line is for those who asked for everything.
+bool isDetail(LogLine kind) {
+    return kind == LogLine::Note || kind == LogLine::UpToDate || kind == LogLine::Reason;
+}
+
+bool isProblem(LogLine kind) {
+    return kind == LogLine::Error || kind == LogLine::Warning || kind == LogLine::ErrorOutput;
+}
+
+const char* prefixOf(LogLine kind) {
+    if (kind == LogLine::Error) return "atelis: error: ";
+    return kind == LogLine::Warning ? "atelis: warning: " : "";
+}
+
+}  // namespace
+
+BuildConsole::BuildConsole(build::BuildSystem& engine, bool verbose)
+    : engine_(engine), isVerbose_(verbose), isTerminal_(::isatty(STDOUT_FILENO) == 1) {
+    catchInterrupts();
+}
+
+BuildConsole::~BuildConsole() {
+    releaseInterrupts();
+}
+
+void BuildConsole::finish(const std::string& lastLine) {
+    while (!steps_.empty()) stepEnded(steps_.begin()->first);
+    release();
+    hideFoot();
+    write({false, lastLine + '\n'});
+    std::fflush(stdout);
+}
+
+// --- The log ---
+
+void BuildConsole::stepBegan(const void* worker, const QString& title) {
+    Step& step = steps_[worker];
+    step.title = title.toStdString();
+    lastTitle_ = step.title;
+    if (isVerbose_) say(worker, step, false, {});
+    showFoot();
+}
+
+void BuildConsole::line(const void* worker, LogLine kind, std::string_view text) {
+    hasFailedStep_ |= kind == LogLine::Error;
+    if (isDetail(kind) && !isVerbose_) return;
+    const bool isOpen = steps_.count(worker) != 0;
+    Step& step = steps_[worker];
+    if (kind == LogLine::Command && !isVerbose_) {
+        say(worker, step, false, {});
+    } else {
+        say(worker, step, isProblem(kind), prefixOf(kind) + std::string(text) + '\n');
+    }
+    if (!isOpen) stepEnded(worker);  // said outside of any step
+}
+
+/// Adds to what the step says, behind its title when a command or a detail is to be told.
+void BuildConsole::say(const void* worker, Step& step, bool problem, std::string text) {
+    std::vector<Text> texts;
+    if (!problem && !step.title.empty() && !std::exchange(step.isTitleShown, true))
+        texts.push_back({false, step.title + '\n'});
+    if (!text.empty()) texts.push_back({problem, std::move(text)});
+    if (!speaker_) {
+        speaker_ = worker;
+        for (const Text& held : std::exchange(step.held, {})) write(held);
+    }
+    for (Text& each : texts) {
+        if (speaker_ == worker) {
+            write(each);
+        } else if (step.heldBytes <= maxHeld) {
+            step.heldBytes += each.bytes.size();
+            if (step.heldBytes > maxHeld)
+                each = {true, "atelis: warning: the output of \"" + step.title + "\" is cut\n"};
+            step.held.push_back(std::move(each));
+        }
+    }
+}
+
+void BuildConsole::stepEnded(const void* worker) {
+    const auto step = steps_.find(worker);
+    if (step == steps_.end()) return;
+    std::move(step->second.held.begin(), step->second.held.end(), std::back_inserter(waiting_));
+    steps_.erase(step);
+    if (speaker_ == worker) speaker_ = nullptr;
+    if (!speaker_) release();
+}
+
+void BuildConsole::release() {
+    for (const Text& text : std::exchange(waiting_, {})) write(text);
+    std::fflush(stdout);
+    showFoot();
+}
+
+void BuildConsole::write(const Text& text) {
+    hideFoot();
+    if (text.isProblem) std::fflush(stdout);
+    std::fwrite(text.bytes.data(), 1, text.bytes.size(), text.isProblem ? stderr : stdout);
+}
+
+// --- Progress ---
+
+void BuildConsole::beginProject(build::ProjectElement*, const QString&, const QString&, int stepCount) {
+    stepsTotal_ += stepCount;
+}
+
+void BuildConsole::stepDone(build::ProjectElement*, const QString&) {
+    ++stepsDone_;
+    showFoot();
+}
+
+void BuildConsole::showFoot() {
+    if (!isTerminal_ || lastTitle_.empty()) return;
+    std::fprintf(stdout, "\r\033[K[%d/%d] %s", stepsDone_, stepsTotal_, lastTitle_.c_str());
+    std::fflush(stdout);
+    isFootShown_ = true;
+}
+
+void BuildConsole::hideFoot() {
+    if (std::exchange(isFootShown_, false)) std::fputs("\r\033[K", stdout);
+}
+
+// --- Time ---
+
+void BuildConsole::idle() {
+    if (!interruptSeen || std::exchange(isInterrupted_, true)) return;
+    engine_.terminateBuild();
+    for (build::Builder* worker : workers_) worker->stop();
+}
+
+void BuildConsole::waitForWorkers(std::span<build::Builder* const> workers) {
+    constexpr int turnMilliseconds = 200;
+    idle();
+    // Only when the run comes round with the same workers busy has it nothing else to start.
+    const bool isSame = std::equal(workers.begin(), workers.end(), lastBusy_.begin(), lastBusy_.end());
+    lastBusy_.assign(workers.begin(), workers.end());
+    if (!isSame) return;
+    std::fflush(stdout);
+    build::AtelisBuilder::waitForAny(workers, turnMilliseconds);
+}
+
+}  // namespace cli
