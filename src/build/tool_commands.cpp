@@ -152,9 +152,8 @@ QString ToolCommand::compileTitle() const {
 
 /// Writes the inputs to a file of their own, one a line, and names it.
 bool ToolCommand::addIndirectFile(const QString& stepTitle) {
-    const QString path = engine_.intermediateFilePath(
-        properties_.node(), properties_.configuration(),
-        project::Path(request_.targetName).baseName(true) + QStringLiteral(".ind"));
+    const QString path =
+        indirectFilePath(engine_, properties_.node(), properties_.configuration(), request_.targetName);
     if (!writeResponseFile(path, engine_.expandMacroList(properties_.node(), properties_.configuration(),
                                                          request_.inputs))) {
         builder_.beginStep(properties_.node(), stepTitle, properties_.configuration(), 0);
@@ -235,6 +234,12 @@ void ToolCommand::runArchive() {
     add("-ar");
     add(QStringLiteral("-o"), request_.targetName);
     runStep(QStringLiteral("Archiving ") + quote(project::Path(request_.targetName).fileName()));
+}
+
+QString indirectFilePath(project::ProjectSystem& engine, ProjectElement* node, const QString& configuration,
+                         const QString& targetName) {
+    return engine.intermediateFilePath(node, configuration,
+                                       project::Path(targetName).baseName(true) + QStringLiteral(".ind"));
 }
 
 QString outputFormat(const NodeProperties& properties) {

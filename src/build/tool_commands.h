@@ -60,6 +60,9 @@ private:
     QStringList arguments_;
 };
 
+/// The file in which the driver finds the inputs of a link or an archive.
+QString indirectFilePath(project::ProjectSystem& engine, ProjectElement* node, const QString& configuration,
+                         const QString& targetName);
 /// The format of a further output file that a link makes; empty for none.
 QString outputFormat(const NodeProperties& properties);
 /// The code of the printf support that a link asks for.

@@ -73,7 +73,7 @@ void BuildConsole::finish(const std::string& lastLine) {
 
 void BuildConsole::stepBegan(const void* worker, const QString& title) {
     Step& step = steps_[worker];
-    step.title = title.toStdString();
+    step.title = title.trimmed().toStdString();
     lastTitle_ = step.title;
     if (isVerbose_) say(worker, step, false, {});
     showFoot();

@@ -1,5 +1,8 @@
 #include "cli/command_line_engine.h"
 
+#include "build/file_time.h"
+#include "build/tool_commands.h"
+
 namespace cli {
 
 CommandLineEngine::CommandLineEngine() : BuildSystem(QString(), {}, QString()) {}
@@ -14,6 +17,14 @@ QString CommandLineEngine::libraryExtension() {
 
 QString CommandLineEngine::executableExtension() {
     return QStringLiteral(".elf");
+}
+
+void CommandLineEngine::extraOutputFiles(project::ProjectElement* node, const QString& configuration,
+                                         project::BuildKind kind, const QString& target, QStringList& out) {
+    if (kind != project::BuildKind::Link && kind != project::BuildKind::Archive) return;
+    out.append(build::indirectFilePath(*this, node, configuration, target));
+    const QString objects = expandProperty(node, schema().tools.external_objects_file_name, configuration);
+    if (!objects.isEmpty()) out.append(build::resolvedPath(projectDirectoryOf(node), objects));
 }
 
 QStringList CommandLineEngine::baseCodeModelArguments(project::ProjectElement*, const QString&) {

@@ -11,6 +11,9 @@ public:
     QString objectExtension() override;
     QString libraryExtension() override;
     QString executableExtension() override;
+    /// The file in which a link or an archive finds its inputs.
+    void extraOutputFiles(project::ProjectElement* node, const QString& configuration,
+                          project::BuildKind kind, const QString& target, QStringList& out) override;
     QStringList baseCodeModelArguments(project::ProjectElement* node, const QString& configuration) override;
 };
 
