@@ -106,6 +106,9 @@ int runBuild(const Request& request, const BuildOptions& options) {
     console.setWorkers(workers);
     BuildResult result = buildAll(request, workers, console);
     if (result < BuildResult::Failed && console.hasFailedStep()) result = BuildResult::Failed;
+    // A project that only compiles hands no work up, and neither does an external build that had nothing to
+    // do.
+    if (result == BuildResult::UpToDate && console.hasRunCommand()) result = BuildResult::Built;
     owned.clear();
     console.finish(wordsFor(result));
     return result >= BuildResult::Failed ? 1 : 0;

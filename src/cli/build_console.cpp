@@ -81,6 +81,7 @@ void BuildConsole::stepBegan(const void* worker, const QString& title) {
 
 void BuildConsole::line(const void* worker, LogLine kind, std::string_view text) {
     hasFailedStep_ |= kind == LogLine::Error;
+    hasRunCommand_ |= kind == LogLine::Command;
     if (isDetail(kind) && !isVerbose_) return;
     const bool isOpen = steps_.count(worker) != 0;
     Step& step = steps_[worker];

@@ -30,6 +30,7 @@ public:
     /// The workers that an interrupt stops.
     void setWorkers(std::vector<build::Builder*> workers) { workers_ = std::move(workers); }
     bool hasFailedStep() const { return hasFailedStep_; }
+    bool hasRunCommand() const { return hasRunCommand_; }
     /// Writes what is left, and the last line.
     void finish(const std::string& lastLine);
 
@@ -65,6 +66,7 @@ private:
     const bool isVerbose_;
     const bool isTerminal_;
     bool hasFailedStep_ = false;
+    bool hasRunCommand_ = false;
     bool isFootShown_ = false;
     bool isInterrupted_ = false;
     int stepsDone_ = 0;
