@@ -3,7 +3,7 @@
 #include "project/base/path.h"
 
 #include <algorithm>
-#include <string>
+#include <utility>
 
 namespace build {
 
@@ -26,19 +26,12 @@ std::string_view prerequisites(std::string_view line) {
     return line;
 }
 
-void replaceAll(std::string& text, std::string_view from, std::string_view to) {
-    for (std::size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-        text.replace(at, from.size(), to);
-}
-
-std::string unescaped(std::string_view name) {
-    std::string text(name);
-    if (text.find_first_of("$\\") == std::string::npos) return text;
-    replaceAll(text, "$$", "$");
-    replaceAll(text, "\\ ", " ");
-    replaceAll(text, "\\#", "#");
-    replaceAll(text, "\\:", ":");
-    return text;
+QString unescaped(std::string_view name) {
+    QString text = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    return text.replace(QStringLiteral("$$"), QStringLiteral("$"))
+        .replace(QStringLiteral("\\ "), QStringLiteral(" "))
+        .replace(QStringLiteral("\\#"), QStringLiteral("#"))
+        .replace(QStringLiteral("\\:"), QStringLiteral(":"));
 }
 
 /// Where the first name of the text ends: at a blank without a backslash before it, or at the end.
@@ -56,7 +49,7 @@ QStringList parseDependencies(std::string_view text, const QString& directory) {
     bool isSource = true;
     const auto add = [&](std::string_view name) {
         if (std::exchange(isSource, false)) return;
-        QString file = QString::fromStdString(unescaped(name));
+        QString file = unescaped(name);
         if (!directory.isEmpty() && !project::isAbsolutePath(file)) file = directory + u'/' + file;
         files.append(project::Path(file).normalised());
     };
