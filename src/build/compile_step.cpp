@@ -2,31 +2,17 @@
 
 #include "build/file_time.h"
 #include "build/process/command_text.h"
+#include "project/build_outputs.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 namespace build {
 
-namespace {
-
-const PropertyClass* externalCompileCommand(const properties::ToolProperties& tools, BuildKind kind) {
-    switch (kind) {
-        case BuildKind::CompileC:
-            return tools.external_c_compile_command;
-        case BuildKind::CompileCpp:
-            return tools.external_cpp_compile_command;
-        default:
-            return tools.external_assemble_command;
-    }
-}
-
-}  // namespace
-
 CompileStep::CompileStep(const BuildRequest& request, const NodeState& state)
     : NodeStep(request, state),
       object_(target(engine().outputFileName(state.kind, node(), request.configuration, false))),
-      externalCommand_(externalCompileCommand(properties().tools(), state.kind)) {}
+      externalCommand_(project::externalCompileCommand(properties().tools(), state.kind)) {}
 
 bool CompileStep::build() {
     request().idler.stepDone(node(), request().configuration);

@@ -13,10 +13,10 @@ QStringList batchConfigurations(BuildSystem& engine, ProjectElement* project, co
     const NodeProperties properties(engine, project, configuration);
     const QStringList wanted =
         properties.value(properties.general().batch_build_configurations).split(u';', Qt::SkipEmptyParts);
-    const QStringList known = engine.configurationNames(project, project::PublicConfigurations);
+    QStringList known = engine.configurationNames(project, project::PublicConfigurations);
     if (wanted == QStringList{project::commonConfiguration}) return known;
     QStringList chosen;
-    for (const QString& name : known) {
+    for (const QString& name : std::as_const(known)) {
         const auto takes = [&](const QString& entry) {
             return entry.contains(u'*')
                        ? QRegExp(entry, Qt::CaseSensitive, QRegExp::Wildcard).exactMatch(name)

@@ -1,38 +1,11 @@
 // What a build makes of a node: its kind, and the file that comes of it.
+#include "project/build_outputs.h"
+
 #include "project/standard_project_system.h"
 #include "project/tree_walk.h"
 
 namespace project {
 
-namespace {
-
-struct KindRow {
-    const char* type;
-    BuildKind kind;
-};
-
-constexpr KindRow projectRows[] = {
-    {"Library", BuildKind::Archive},   {"Object file", BuildKind::NoBuild}, {"Staging", BuildKind::Stage},
-    {"Combining", BuildKind::Combine}, {"Executable", BuildKind::Link},
-};
-
-constexpr KindRow fileRows[] = {
-    {"C", BuildKind::CompileC},
-    {"C++", BuildKind::CompileCpp},
-    {"Assembly", BuildKind::Assemble},
-    {"Object file", BuildKind::ExternalBuild},
-    {"Executable", BuildKind::ExternalBuild},
-    {"Library", BuildKind::ExternalBuild},
-};
-
-template <std::size_t size>
-BuildKind kindOf(const KindRow (&rows)[size], const QString& type) {
-    for (const KindRow& row : rows)
-        if (type == QLatin1StringView(row.type)) return row.kind;
-    return BuildKind::NoBuild;
-}
-
-/// The command that compiles a file of that kind in an externally built project; null for other kinds.
 const PropertyClass* externalCompileCommand(const properties::ToolProperties& tools, BuildKind kind) {
     switch (kind) {
         case BuildKind::CompileC:
@@ -44,6 +17,39 @@ const PropertyClass* externalCompileCommand(const properties::ToolProperties& to
         default:
             return nullptr;
     }
+}
+
+namespace {
+
+struct KindRow {
+    const char* type;
+    BuildKind kind;
+};
+
+// clang-format off
+constexpr KindRow projectRows[] = {
+    {"Library", BuildKind::Archive},
+    {"Object file", BuildKind::NoBuild},
+    {"Staging", BuildKind::Stage},
+    {"Combining", BuildKind::Combine},
+    {"Executable", BuildKind::Link},
+};
+
+constexpr KindRow fileRows[] = {
+    {"C", BuildKind::CompileC},
+    {"C++", BuildKind::CompileCpp},
+    {"Assembly", BuildKind::Assemble},
+    {"Object file", BuildKind::ExternalBuild},
+    {"Executable", BuildKind::ExternalBuild},
+    {"Library", BuildKind::ExternalBuild},
+};
+// clang-format on
+
+template <std::size_t size>
+BuildKind kindOf(const KindRow (&rows)[size], const QString& type) {
+    for (const KindRow& row : rows)
+        if (type == QLatin1StringView(row.type)) return row.kind;
+    return BuildKind::NoBuild;
 }
 
 BuildKind classifyProject(StandardProjectSystem& engine, ProjectElement* project,
