@@ -19,8 +19,8 @@ std::uint32_t indexOf(const ESValue& key) {
 
 }  // namespace
 
-ESValue ESContext::getElement(ESObject* object, std::uint32_t i) {
-    if (const ESValue* element = object->elements.find(i)) return *element;
+/// The element `i`, which is not among the dense ones.
+ESValue ESContext::getMissingElement(ESObject* object, std::uint32_t i) {
     // Arrays have what is stored and no more; a host's class may answer to any name.
     const ESAtom* name = object->cls == arrayClass.get() ? findAtomForIndex(i) : atomForIndex(i);
     return name != nullptr ? get(object, name) : ESValue();

@@ -13,21 +13,12 @@
 #include "script/native_string.h"
 #include "script/parser.h"
 
-#include <cstdlib>
 #include <new>
 #include <optional>
 
 namespace script {
 
 namespace {
-
-/// Zeroed memory that the system hands out page by page as it is touched.
-template <class T>
-T* allocateZeroed(std::size_t count) {
-    auto* memory = static_cast<T*>(std::calloc(count, sizeof(T)));
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
-}
 
 /// The line of that number, counted from 1; nothing when there is none.
 std::optional<QStringView> lineOf(QStringView text, std::uint32_t number) {
@@ -72,18 +63,14 @@ private:
     QString fileName_;
 };
 
-void ESContext::FreeMemory::operator()(void* memory) const {
-    std::free(memory);
-}
-
 ESContext::ESContext()
     : arena_(limits::contextMemory),
-      stack_(allocateZeroed<ESValue>(limits::stackSize + limits::stackReserve)),
-      stackEnd_(stack_.get() + limits::stackSize),
-      sp_(stack_.get()),
-      frames_(allocateZeroed<Frame>(limits::callDepth)),
-      frame_(frames_.get()),
-      framesEnd_(frames_.get() + limits::callDepth) {}
+      stack_(limits::stackSize + limits::stackReserve),
+      stackEnd_(stack_.begin() + limits::stackSize),
+      sp_(stack_.begin()),
+      frames_(limits::callDepth),
+      frame_(frames_.begin()),
+      framesEnd_(frames_.begin() + limits::callDepth) {}
 
 ESContext::~ESContext() = default;
 
