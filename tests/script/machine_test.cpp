@@ -120,6 +120,16 @@ TEST(Machine, CallsNestDeeplyAndThenFail) {
               "fatal: virtual machine stack too small");
 }
 
+TEST(Machine, DeepSourceIsReadOnlyWhereTheNativeStackHasRoom) {
+    const std::string deep = "var n = 0, d = '" + repeated("(", 790) + "1" + repeated(")", 790) + "', l = '" +
+                             repeated("function(){return ", 260) + "1" + repeated("}", 260) + "';";
+    for (const char* source :
+         {"function f() { if (++n % 10 == 0) eval(d); eval('f()') } f()",
+          "var o = {toString: function () { if (++n % 10 == 0) eval('x=' + l); return '' + o }}; '' + o",
+          "function f() { [2, 1].sort(function () { if (++n % 10 == 0) eval(d); f() }) } f()"})
+        EXPECT_EQ(outcome(deep + source), "fatal: virtual machine stack too small") << source;
+}
+
 TEST(Machine, AContextGoesOnAfterErrors) {
     script::ESContext context;
     script::initContext(context);
