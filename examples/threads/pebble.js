@@ -21,7 +21,7 @@ function init() {
     Threads.setColumns2("Timers", "Name", "Expires");
     if (Threads.shown("Timers")) {
         Threads.newqueue2("Timers", "Running");
-        for (var i = 0; i < timers.length; i++) Threads.add2("Timers", timers[i].name, timers[i].expires, 0);
+        for (var i = 0; i < timers.length; i++) Threads.add2("Timers", timers[i].name, timers[i].expires);
     }
 }
 

@@ -60,6 +60,10 @@ public:
         reportError(line.toStdString());
     }
 
+    bool hasRows() const {
+        return std::any_of(lists_.begin(), lists_.end(),
+                           [](const TextList& list) { return !list.rows.empty(); });
+    }
     void print(Output& output);
 
 private:
@@ -140,7 +144,7 @@ int run(const ThreadsOptions& options) {
     } catch (const script::ESFatalError& fault) {
         reportError(fault.message.toStdString());
     }
-    view.print(output);
+    if (isDone || view.hasRows()) view.print(output);
     return output.finish() && isDone ? 0 : 1;
 }
 

@@ -27,8 +27,10 @@ std::optional<std::string_view> LineReader::next() {
     startsLine_ = lineFeed != nullptr;
     const std::size_t length =
         lineFeed != nullptr ? static_cast<const char*>(lineFeed) - position_ + 1 : longest;
-    const std::string_view line(position_, length);
+    std::string_view line(position_, length);
     position_ += length;
+    // A carriage return in front of a line feed is part of the line's end, which counts as one character.
+    if (line.ends_with("\r\n")) line.remove_suffix(1);
     return line;
 }
 

@@ -18,8 +18,8 @@ public:
     /// `limit` is the longest line in bytes, its line feed counted.
     LineReader(const std::string& path, std::size_t limit);
 
-    /// The next line with its line feed, which the last one may lack; nothing at the end of the file. The
-    /// bytes stay until the next call.
+    /// The next line with its line end, one character that is a line feed or stands for CR LF; the last line
+    /// may lack it. Nothing at the end of the file. The bytes stay until the next call.
     std::optional<std::string_view> next();
     /// The number of the line that `next` gave last, from 1; at the end of the file that of the missing line.
     std::size_t lineNumber() const { return lineNumber_; }

@@ -46,14 +46,6 @@ std::uint32_t walkedLength(ESContext& context, ESObject* list) {
     return length;
 }
 
-bool hasElement(const ESObject& list, std::uint32_t i) {
-    return list.elements.find(i) != nullptr || hasProperty(list, atomForIndex(i));
-}
-
-void deleteElement(ESObject* list, std::uint32_t i) {
-    deleteProperty(*list, atomForIndex(i));
-}
-
 void appendText(ESContext& context, QString& text, const QString& part) {
     if (text.size() + part.size() > limits::stringLength)
         context.throwRangeError(QStringLiteral("string too long"));
@@ -116,7 +108,7 @@ ESValue pop(ESContext& context, ESObject* list) {
     ESValue last;
     if (length > 0) {
         last = context.getElement(list, length - 1);
-        deleteElement(list, length - 1);
+        deleteElement(*list, length - 1);
     }
     setLength(context, list, length > 0 ? length - 1 : 0);
     return last;
@@ -154,9 +146,9 @@ ESValue shift(ESContext& context, ESObject* list) {
         if (hasElement(*list, i))
             context.putElement(list, i - 1, context.getElement(list, i));
         else
-            deleteElement(list, i - 1);
+            deleteElement(*list, i - 1);
     }
-    deleteElement(list, length - 1);
+    deleteElement(*list, length - 1);
     setLength(context, list, length - 1);
     return first;
 }
@@ -198,7 +190,7 @@ bool LoopWatch::isOver() {
 
 void putOrDelete(ESContext& context, ESObject* list, std::uint32_t i, const ESValue& value) {
     if (value.isUndefined())
-        deleteElement(list, i);
+        deleteElement(*list, i);
     else
         context.putElement(list, i, value);
 }

@@ -11,19 +11,24 @@ public:
     ElementOrder(ESContext& context, ESObject* list, ESObject* compare)
         : context_(context), list_(list), compare_(compare) {}
 
-    bool isGreater(const ESValue& lifted, const ESValue& other) {
+    bool isGreater(ESValue lifted, ESValue other) {
         if (lifted.isUndefined() || other.isUndefined()) return lifted.isUndefined() && !other.isUndefined();
         if (compare_ != nullptr) {
-            const ESValue pair[] = {lifted, other};
-            const ESValue answer = context_.callFunction(compare_, list_, 2, pair);
-            return (answer.isNumber() ? answer.asNumber() : context_.toNumber(answer)) > 0;
+            context_.pushArgument(lifted);
+            context_.pushArgument(other);
+            const ESValue& answer = context_.callPushed(compare_, list_, 2);
+            return (answer.isNumber() ? answer.asNumber() : context_.toNumber(ESValue(answer))) > 0;
         }
+        return isTextGreater(lifted, other);
+    }
+
+private:
+    bool isTextGreater(ESValue lifted, ESValue other) {
         if (lifted.isString() && other.isString())
             return compareTexts(context_.arena(), lifted.asText(), other.asText()) > 0;
         return liftedText(lifted) > context_.toStringValue(other);
     }
 
-private:
     /// An element that is lifted is compared many times, so the text of a number is kept.
     QString liftedText(const ESValue& lifted) {
         if (!lifted.isNumber()) return context_.toStringValue(lifted);

@@ -37,13 +37,16 @@ public:
 
     const ESAtom* intern(QStringView text) {
         const auto hash = static_cast<std::uint32_t>(qHash(text));
-        std::size_t place = hash & (places_.size() - 1);
-        for (; places_[place] != nullptr; place = (place + 1) & (places_.size() - 1))
-            if (places_[place]->hash == hash && places_[place]->text == text) return places_[place];
+        const std::size_t place = placeOf(text, hash);
+        if (places_[place] != nullptr) return places_[place];
         const ESAtom* atom = add(text, hash);
         places_[place] = atom;
         if (atoms_.size() * 2 > places_.size()) grow();
         return atom;
+    }
+
+    const ESAtom* find(QStringView text) const {
+        return places_[placeOf(text, static_cast<std::uint32_t>(qHash(text)))];
     }
 
     const ESAtom* addHidden(QStringView text) { return add(text, static_cast<std::uint32_t>(qHash(text))); }
@@ -52,6 +55,14 @@ public:
     std::uint32_t count() const { return static_cast<std::uint32_t>(atoms_.size()); }
 
 private:
+    /// The place of the atom of `text`, or the free one where it would stand.
+    std::size_t placeOf(QStringView text, std::uint32_t hash) const {
+        std::size_t place = hash & (places_.size() - 1);
+        while (places_[place] != nullptr && (places_[place]->hash != hash || places_[place]->text != text))
+            place = (place + 1) & (places_.size() - 1);
+        return place;
+    }
+
     const ESAtom* add(QStringView text, std::uint32_t hash) {
         ESAtom& atom = atoms_.emplace_back();
         atom.form = ESText::Form::Atom;
@@ -85,6 +96,22 @@ AtomTable& table() {
     return *atoms;
 }
 
+/// The decimal text of a number while it is looked up.
+class DecimalText {
+public:
+    explicit DecimalText(std::uint32_t number) {
+        do {
+            *--first_ = static_cast<char16_t>(u'0' + number % 10);
+            number /= 10;
+        } while (number > 0);
+    }
+    QStringView view() const { return {first_, units_.end()}; }
+
+private:
+    std::array<char16_t, 10> units_{};
+    char16_t* first_ = units_.end();
+};
+
 const ESAtom* known(const char16_t* text) {
     return internAtom(QStringView(text));
 }
@@ -96,12 +123,11 @@ const ESAtom* internAtom(QStringView text) {
 }
 
 const ESAtom* atomForIndex(std::uint32_t number) {
-    if (number < smallNumbers) return table().small(number);
-    constexpr int longest = 10;
-    std::array<char16_t, longest> digits{};
-    auto first = digits.end();
-    for (; number > 0; number /= 10) *--first = static_cast<char16_t>(u'0' + number % 10);
-    return internAtom(QStringView(first, digits.end()));
+    return number < smallNumbers ? table().small(number) : internAtom(DecimalText(number).view());
+}
+
+const ESAtom* findAtomForIndex(std::uint32_t number) {
+    return number < smallNumbers ? table().small(number) : table().find(DecimalText(number).view());
 }
 
 const ESAtom* makeHiddenAtom(QStringView text) {

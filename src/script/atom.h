@@ -14,6 +14,9 @@ const ESAtom* internAtom(QStringView text);
 /// The atom of the decimal text of `number`; below 1024 without a search.
 const ESAtom* atomForIndex(std::uint32_t number);
 
+/// The same if it is interned, else null.
+const ESAtom* findAtomForIndex(std::uint32_t number);
+
 /// A new atom of `text` that no text finds: a name that scripts cannot write.
 const ESAtom* makeHiddenAtom(QStringView text);
 

@@ -20,8 +20,7 @@ void ESContext::checkNativeStack() {
 
 ESContext::Frame& ESContext::pushFrame() {
     if (frame_ + 1 == framesEnd_) stackOverflow();
-    frame_[1] = Frame();
-    return *++frame_;
+    return *++frame_ = Frame();
 }
 
 /// Marks the chain as held by a function or value, so that its activations outlive their calls.

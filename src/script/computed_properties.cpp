@@ -19,17 +19,21 @@ std::uint32_t indexOf(const ESValue& key) {
 
 }  // namespace
 
-ESValue ESContext::getElement(ESObject* object, std::uint32_t i) {
-    if (const ESValue* element = object->elements.find(i)) return *element;
-    return get(object, atomForIndex(i));
+/// The element `i`, which is not among the dense ones.
+ESValue ESContext::getMissingElement(ESObject* object, std::uint32_t i) {
+    // Arrays have what is stored and no more; a host's class may answer to any name.
+    const ESAtom* name = object->cls == arrayClass.get() ? findAtomForIndex(i) : atomForIndex(i);
+    return name != nullptr ? get(object, name) : ESValue();
 }
 
 void ESContext::putElement(ESObject* object, std::uint32_t i, const ESValue& value) {
     if (ESValue* element = object->elements.find(i)) {
         *element = value;
+        if (object->hasElementsBehindLength) arrayClass->growLength(*this, object, i);
         return;
     }
-    if (object->cls != arrayClass.get() || !object->isDenseIndex(i) || object->hasSparseElements)
+    const bool isFresh = !object->hasSparseElements || findAtomForIndex(i) == nullptr;
+    if (object->cls != arrayClass.get() || !object->isDenseIndex(i) || !isFresh)
         return put(object, atomForIndex(i), value);
     object->elements.put(arena_, i, value);
     arrayClass->growLength(*this, object, i);
@@ -37,8 +41,8 @@ void ESContext::putElement(ESObject* object, std::uint32_t i, const ESValue& val
 
 ESValue ESContext::getComputed(ESObject* object, const ESValue& key) {
     const std::uint32_t index = indexOf(key);
-    const bool hasElements = index != ESAtom::noArrayIndex && object->elements.size() > 0;
-    return hasElements ? getElement(object, index) : get(object, toAtom(key));
+    const bool isElement = index != ESAtom::noArrayIndex && object->isArray;
+    return isElement ? getElement(object, index) : get(object, toAtom(key));
 }
 
 void ESContext::putComputed(ESObject* object, const ESValue& key, const ESValue& value) {

@@ -13,19 +13,23 @@
 #include "script/native_string.h"
 #include "script/parser.h"
 
-#include <cstdlib>
 #include <new>
+#include <optional>
 
 namespace script {
 
 namespace {
 
-/// Zeroed memory that the system hands out page by page as it is touched.
-template <class T>
-T* allocateZeroed(std::size_t count) {
-    auto* memory = static_cast<T*>(std::calloc(count, sizeof(T)));
-    if (memory == nullptr) throw std::bad_alloc();
-    return memory;
+/// The line of that number, counted from 1; nothing when there is none.
+std::optional<QStringView> lineOf(QStringView text, std::uint32_t number) {
+    if (number == 0) return std::nullopt;
+    while (--number > 0) {
+        const qsizetype end = text.indexOf(u'\n');
+        if (end < 0) return std::nullopt;
+        text = text.sliced(end + 1);
+    }
+    const qsizetype end = text.indexOf(u'\n');
+    return end < 0 ? text : text.first(end);
 }
 
 }  // namespace
@@ -59,18 +63,14 @@ private:
     QString fileName_;
 };
 
-void ESContext::FreeMemory::operator()(void* memory) const {
-    std::free(memory);
-}
-
 ESContext::ESContext()
     : arena_(limits::contextMemory),
-      stack_(allocateZeroed<ESValue>(limits::stackSize + limits::stackReserve)),
-      stackEnd_(stack_.get() + limits::stackSize),
-      sp_(stack_.get()),
-      frames_(allocateZeroed<Frame>(limits::callDepth)),
-      frame_(frames_.get()),
-      framesEnd_(frames_.get() + limits::callDepth) {}
+      stack_(limits::stackSize + limits::stackReserve),
+      stackEnd_(stack_.begin() + limits::stackSize),
+      sp_(stack_.begin()),
+      frames_(limits::callDepth),
+      frame_(frames_.begin()),
+      framesEnd_(frames_.begin() + limits::callDepth) {}
 
 ESContext::~ESContext() = default;
 
@@ -231,10 +231,9 @@ void ESContext::throwErrorAt(std::uint32_t line, ESObject* errorConstructor, con
     const ESValue text = newString(message);
     ESObject* error = construct(errorConstructor, 1, &text);
     if (!fileName_.isEmpty()) put(error, internAtom(u"fileName"), newString(fileName_));
-    const QStringList lines = sourceText_.split(QLatin1Char('\n'));
-    if (line != 0 && line <= lines.size()) {
+    if (const std::optional<QStringView> sourceLine = lineOf(sourceText_, line)) {
         put(error, internAtom(u"lineNumber"), ESValue(static_cast<double>(line)));
-        put(error, internAtom(u"sourceLine"), newString(lines[static_cast<qsizetype>(line) - 1]));
+        put(error, internAtom(u"sourceLine"), newString(*sourceLine));
     }
     throw ESException{ESValue(error)};
 }

@@ -6,6 +6,7 @@
 #include "script/code.h"
 #include "script/exception.h"
 #include "script/object.h"
+#include "script/zeroed_array.h"
 
 #include <QString>
 
@@ -87,7 +88,10 @@ public:
     // Properties by computed name, and elements.
     ESValue getComputed(ESObject* object, const ESValue& key);
     void putComputed(ESObject* object, const ESValue& key, const ESValue& value);
-    ESValue getElement(ESObject* object, std::uint32_t i);
+    ESValue getElement(ESObject* object, std::uint32_t i) {
+        const ESValue* element = object->elements.find(i);
+        return element != nullptr ? *element : getMissingElement(object, i);
+    }
     void putElement(ESObject* object, std::uint32_t i, const ESValue& value);
 
     // Conversions (ECMA-262 third edition, chapter 9, with this engine's own rules for numbers and texts).
@@ -117,6 +121,16 @@ public:
     ESObject* construct(ESObject* function, std::uint32_t argc, const ESValue* argv);
     /// The way for natives to call back.
     ESValue callFunction(ESObject* function, ESObject* thisObject, std::uint32_t argc, const ESValue* argv);
+    /// The same for those who call often: with `argc` arguments that were pushed one by one.
+    void pushArgument(ESValue value) {
+        if (sp_ == stackEnd_) stackOverflow();
+        *++sp_ = value;
+    }
+    /// The result stays until the next push.
+    const ESValue& callPushed(ESObject* function, ESObject* thisObject, std::uint32_t argc) {
+        call(function, thisObject, argc);
+        return *sp_--;
+    }
     /// The value of `name` in the scope chain or the global object; answers the object that has it.
     ESObject* lookupName(const ESAtom* name, ESValue& result);
     void assignName(const ESAtom* name, const ESValue& value);
@@ -193,9 +207,6 @@ private:
         ESObject* thisObject = nullptr;
         ESObject* constructed = nullptr;  ///< what `new` is making
     };
-    struct FreeMemory {
-        void operator()(void* memory) const;
-    };
 
     template <class Work>
     ESResult guarded(Work work);
@@ -218,6 +229,7 @@ private:
     bool next(ESObject* enumeration, ESValue& name);
     bool deleteByName(const ESAtom* name);
     double stepName(const ESAtom* name, double step);
+    ESValue getMissingElement(ESObject* object, std::uint32_t i);
     ESValue getMember(const ESValue& target, const ESAtom* name);
     ESValue getComputedMember(const ESValue& target, const ESValue& key);
     ESValue stepProperty(Op op, const ESValue& target, const ESValue& key);
@@ -229,10 +241,10 @@ private:
 
     Arena arena_;
     ESObject* freeCells_ = nullptr;
-    std::unique_ptr<ESValue[], FreeMemory> stack_;
+    ZeroedArray<ESValue> stack_;
     ESValue* stackEnd_ = nullptr;
     ESValue* sp_ = nullptr;  ///< the entry that holds `acc`
-    std::unique_ptr<Frame[], FreeMemory> frames_;
+    ZeroedArray<Frame> frames_;
     Frame* frame_ = nullptr;
     Frame* framesEnd_ = nullptr;
     bool asksHost_ = false;

@@ -47,7 +47,7 @@ QString numberText(double number, int radix) {
     if (number == 0) return QStringLiteral("0");
     if (std::isinf(number)) return number > 0 ? QStringLiteral("Infinity") : QStringLiteral("-Infinity");
     const bool hasDigits = radix >= smallestRadix && radix <= largestRadix;
-    if (hasDigits && isWhole(number) && std::fabs(number) < twoTo63)
+    if (hasDigits && isWhole(number) && number >= -twoTo63 && number < twoTo63)
         return wholeNumberText(static_cast<std::int64_t>(number), static_cast<unsigned>(radix));
     return QString::number(number, 'g', significantDigits);
 }
@@ -241,7 +241,8 @@ bool ESContext::strictEquals(const ESValue& a, const ESValue& b) {
 }
 
 ESValue ESContext::concatenateTexts(const ESText& left, const ESText& right) {
-    if (right.length > limits::stringLength - left.length) throwRangeError(QStringLiteral("string too long"));
+    if (left.length > limits::stringLength || right.length > limits::stringLength - left.length)
+        throwRangeError(QStringLiteral("string too long"));
     return {concatenate(arena_, left, right)};
 }
 

@@ -90,8 +90,10 @@ ESNode* ESParser::parseUnary() {
     if (!isIn(prefixes, peekToken())) return parsePostfix();
     const Nesting nesting(*this);
     const int token = nextToken();
+    const std::uint32_t begin = line();
     const int kind = token == '-' ? int{KindMinus} : token == '+' ? int{KindPlus} : token;
     ESNode* node = newNode(kind, parseUnary());
+    node->line = begin;
     const bool acts = token == TokenDelete || token == TokenIncrement || token == TokenDecrement;
     return acts ? markEffects(node) : node;
 }

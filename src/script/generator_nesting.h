@@ -1,6 +1,7 @@
 #pragma once
 
 #include "script/code_generator.h"
+#include "script/context.h"
 #include "script/limits.h"
 
 namespace script {
@@ -13,6 +14,7 @@ public:
         constexpr int treeDepth = 4 * limits::syntaxDepth;
         if (++generator.nesting_ > treeDepth)
             generator.refuse(node->line, QStringLiteral("source nested too deeply"));
+        ESContext::checkNativeStack();
     }
     Nesting(const Nesting&) = delete;
     Nesting& operator=(const Nesting&) = delete;

@@ -4,6 +4,7 @@
 #include "script/context.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace script {
 
@@ -25,6 +26,7 @@ void ESNativeArray::growLength(ESContext& context, ESObject* object, std::uint32
     ESProperty& first = object->properties[0];
     if (first.name == knownAtoms().length && first.value.isNumber()) {
         if (i >= first.value.asNumber()) first.value = ESValue(static_cast<double>(i) + 1);
+        object->hasElementsBehindLength = first.value.asNumber() < object->elements.size();
     } else if (i >= context.toUint32(context.get(object, knownAtoms().length))) {
         ESNativeClass::put(context, object, knownAtoms().length, ESValue(static_cast<double>(i) + 1));
     }
@@ -41,7 +43,11 @@ void ESNativeArray::put(ESContext& context, ESObject* object, const ESAtom* prop
     const std::uint32_t length = context.toUint32(value);
     const std::uint32_t oldLength = context.toUint32(context.get(object, propertyName));
     ESNativeClass::put(context, object, propertyName, ESValue(static_cast<double>(length)));
-    // Only places that were stored can be told; a length may lie billions above them.
+    if (length >= object->elements.size()) return;
+    object->hasElementsBehindLength = true;
+    // Nobody but a host's own class wants to know, and each index costs an atom. A length may lie billions
+    // above the last element.
+    if (typeid(*this) == typeid(ESNativeArray)) return;
     const std::uint32_t stored = std::min(oldLength, object->elements.size());
     for (std::uint32_t i = length; i < stored; ++i) removeElement(context, object, atomForIndex(i));
 }

@@ -42,7 +42,7 @@ double parseInt(ESContext& context, const ESValue& text, const ESValue& radixVal
     constexpr int largestRadix = 36;
     const QString word = firstWord(context.toStringValue(text));
     const int radix = radixValue.isUndefined() ? radixOf(word) : context.toInt32(radixValue);
-    // QString takes 0 as "guess" and forbids 1; neither is a number here.
+    // QString knows no others; 0 lets it guess by the prefix.
     if (radix < 0 || radix == 1 || radix > largestRadix) return notANumber;
     bool isNumber = false;
     const int number = word.toInt(&isNumber, radix);

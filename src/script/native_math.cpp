@@ -56,8 +56,11 @@ double extreme(ESContext& context, std::uint32_t argc, const ESValue* argv, bool
 }
 
 double randomNumber() {
-    constexpr double step = 3.0517578125e-5;
-    return std::rand() * step;  // NOLINT(cert-msc30-c,cert-msc50-cpp): the host seeds it
+    constexpr double step = 3.0517578125e-5;  // 1 / 32768
+    constexpr unsigned bits = 0x7fff;         // what every runtime's generator has at least
+    const auto number =
+        static_cast<unsigned>(std::rand());  // NOLINT(cert-msc30-c,cert-msc50-cpp): the host seeds it
+    return (number & bits) * step;
 }
 
 enum Id : std::int32_t { Atan2 = 5, Max = 11, Min = 12, Pow = 13, Random = 14 };

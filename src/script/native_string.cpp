@@ -1,10 +1,11 @@
 #include "script/native_string.h"
 
+#include "script/array_methods.h"
 #include "script/context.h"
 #include "script/limits.h"
 #include "script/native_array.h"
 
-#include <QStringList>
+#include <QStringTokenizer>
 
 #include <algorithm>
 #include <limits>
@@ -99,10 +100,10 @@ public:
                 return substring();
             case ToLowerCase:
             case ToLocaleLowerCase:
-                return context_.newString(view().toString().toLower());
+                return recased(view().toString().toLower());
             case ToUpperCase:
             case ToLocaleUpperCase:
-                return context_.newString(view().toString().toUpper());
+                return recased(view().toString().toUpper());
             default:
                 return context_.newString(view().toString().simplified());
         }
@@ -122,6 +123,12 @@ private:
         if (start >= end) return {internAtom(u"")};
         return context_.newString(
             view().sliced(static_cast<qsizetype>(start), static_cast<qsizetype>(end - start)));
+    }
+
+    /// Some letters become several in the other case.
+    ESValue recased(const QString& text) const {
+        if (text.size() > limits::stringLength) context_.throwRangeError(QStringLiteral("string too long"));
+        return context_.newString(text);
     }
 
     ESValue charAt() const {
@@ -191,8 +198,11 @@ private:
         const QString text = view().toString();
         ESObject* parts = context_.newArray(0, nullptr);
         std::uint32_t count = 0;
-        for (const QString& piece : text.split(separator))
+        LoopWatch watch(context_);
+        for (const QStringView piece : qTokenize(text, separator)) {
+            if (watch.isOver()) break;
             context_.putElement(parts, count++, ESValue(internAtom(piece)));
+        }
         return {parts};
     }
 
@@ -215,7 +225,7 @@ ESValue textOf(ESContext& context, ESObject* object, const ESClass* stringClass)
         const ESValue method = context.get(object, toString);
         const bool isOriginal = method.isObject() && method.asObject()->cls == stringClass &&
                                 method.asObject()->builtinId == ToString;
-        if (isOriginal) return object->value;
+        if (isOriginal && object->value.isString()) return object->value;
     }
     return context.toText(ESValue(object));
 }
@@ -234,7 +244,9 @@ void ESNativeString::install(ESContext& context) {
 }
 
 void ESNativeString::get(ESValue& result, ESContext& context, ESObject* object, const ESAtom* propertyName) {
-    if (propertyName == knownAtoms().length && object->value.isString())
+    // The text in a function is its name.
+    const bool isWrapper = object->value.isString() && object->closure == nullptr;
+    if (propertyName == knownAtoms().length && isWrapper)
         result = ESValue(static_cast<double>(object->value.asText().length));
     else
         ESNativeClass::get(result, context, object, propertyName);

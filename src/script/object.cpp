@@ -1,6 +1,7 @@
 #include "script/object.h"
 
 #include "script/arena.h"
+#include "script/atom.h"
 #include "script/limits.h"
 
 #include <algorithm>
@@ -32,15 +33,33 @@ void ESObject::add(Arena& arena, const ESAtom* name, std::uint32_t attributes, E
 }
 
 bool deleteProperty(ESObject& object, const ESAtom* name) {
-    if (ESValue* element = object.elements.find(name->arrayIndex)) {
-        *element = ESValue::noElement();
+    if (object.elements.find(name->arrayIndex) != nullptr) {
+        object.elements.remove(name->arrayIndex);
         return true;
     }
     ESProperty* property = object.properties.find(name);
     if (property == nullptr) return true;
     if ((property->attributes & DontDelete) != 0) return false;
     *property = {nullptr, ESValue(), NoAttributes};
+    if (object.isArray && name == knownAtoms().length) object.hasElementsBehindLength = true;
     return true;
+}
+
+// No object has a property under a name that nobody has interned.
+
+bool hasElement(const ESObject& object, std::uint32_t i) {
+    if (object.elements.find(i) != nullptr) return true;
+    const ESAtom* name = findAtomForIndex(i);
+    return name != nullptr && hasProperty(object, name);
+}
+
+bool deleteElement(ESObject& object, std::uint32_t i) {
+    if (object.elements.find(i) != nullptr) {
+        object.elements.remove(i);
+        return true;
+    }
+    const ESAtom* name = findAtomForIndex(i);
+    return name == nullptr || deleteProperty(object, name);
 }
 
 bool hasOwnProperty(const ESObject& object, const ESAtom* name) {

@@ -44,6 +44,12 @@ public:
     /// Makes room for at least `count` elements.
     void reserve(Arena& arena, std::uint32_t count);
 
+    /// Makes the element a gap; gaps at the end are none.
+    void remove(std::uint32_t i) {
+        values_[i] = ESValue::noElement();
+        while (size_ > 0 && values_[size_ - 1].isNoElement()) --size_;
+    }
+
     /// Stores an element, with gaps up to it.
     void put(Arena& arena, std::uint32_t i, ESValue value) {
         if (i >= capacity_) reserve(arena, i + 1);
@@ -72,6 +78,9 @@ struct ESObject {
     std::int32_t builtinId = noBuiltin;  ///< what ESClass::call and construct switch on
     bool isArray = false;                ///< elements are stored densely where they can be
     bool hasSparseElements = false;      ///< some element of an array is a property of its vector
+    /// The "length" of an array was set below the end of its elements, or deleted: a store into an element
+    /// that is there may have to raise it.
+    bool hasElementsBehindLength = false;
 
     /// Own element or property `name`, or null. The pointer lasts until the object is written to.
     ESValue* findOwn(const ESAtom* name) const {
@@ -95,6 +104,10 @@ struct ESObject {
     bool isDenseIndex(std::uint32_t i) const;
 };
 
+/// Whether `object` or a prototype has the element `i`; costs no atom.
+bool hasElement(const ESObject& object, std::uint32_t i);
+/// Deletes the own element `i`, whatever it is; costs no atom.
+bool deleteElement(ESObject& object, std::uint32_t i);
 /// Own properties only; a name that is not there counts as deleted. False when the property has DontDelete.
 bool deleteProperty(ESObject& object, const ESAtom* name);
 bool hasOwnProperty(const ESObject& object, const ESAtom* name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "script/context.h"
 #include "script/limits.h"
 #include "script/parser.h"
 
@@ -11,6 +12,7 @@ public:
     explicit Nesting(ESParser& parser) : parser_(parser) {
         if (++parser.nesting_ > limits::syntaxDepth)
             parser.throwSyntaxError(QStringLiteral("source nested too deeply"));
+        ESContext::checkNativeStack();
     }
     Nesting(const Nesting&) = delete;
     Nesting& operator=(const Nesting&) = delete;

@@ -42,7 +42,6 @@ void ESCodeGenerator::generateFunction() {
             emitPut(knownAtoms().arguments, unit_.line);
         }
         generateStatement(unit_.body, false);
-        // The function list is closed with the line of the root.
         emit(Op::RetU, unit_.body->line);
     };
     generatePass();
@@ -51,6 +50,7 @@ void ESCodeGenerator::generateFunction() {
         resetChains();
         code_.bytes.clear();
         code_.lines.clear();
+        code_.functions.clear();
         generatePass();
     }
     code_.stackDepth = measureStack(code_);

@@ -76,10 +76,8 @@ bool ThreadsWindowScriptObjectClass::addList(const QString& name) {
     return true;
 }
 
-/// `argv` are the columns of a row and, last, its thread.
-void ThreadsWindowScriptObjectClass::addRow(ESContext& context, const QString& list, std::uint32_t argc,
-                                            const ESValue* argv) {
-    if (argc == 0 || !lists_.contains(list)) return;
+/// `argv` are the columns of a row of the main list and, last, its thread.
+void ThreadsWindowScriptObjectClass::addThread(ESContext& context, std::uint32_t argc, const ESValue* argv) {
     if (maximum_ != 0 && threads_.size() >= maximum_) {
         wasMaximumReached_ = true;
         context.throwGeneralError(QStringLiteral("Maximum thread number to display reached"));
@@ -93,7 +91,7 @@ void ThreadsWindowScriptObjectClass::addRow(ESContext& context, const QString& l
     } else {
         thread.id = context.toInt32(last);
     }
-    view_.addRow(list, texts(context, 0, argc - 1, argv));
+    view_.addRow(QString(), texts(context, 0, argc - 1, argv));
     threads_.push_back(std::move(thread));
 }
 
@@ -110,7 +108,7 @@ void ThreadsWindowScriptObjectClass::call(ESContext& context, ESObject* function
             view_.addQueue(QString(), text(0));
             break;
         case Add:
-            addRow(context, QString(), argc, argv);
+            addThread(context, argc, argv);
             break;
         case SetColumns:
             view_.setColumns(QString(), texts(context, 0, argc, argv));
@@ -128,7 +126,7 @@ void ThreadsWindowScriptObjectClass::call(ESContext& context, ESObject* function
             if (lists_.contains(text(0))) view_.addQueue(text(0), text(1));
             break;
         case Add2:
-            addRow(context, text(0), argc - 1, argv + 1);
+            if (lists_.contains(text(0))) view_.addRow(text(0), texts(context, 1, argc, argv));
             break;
         case Shown:
             result = ESValue::boolean(view_.isShown(text(0)));
@@ -180,16 +178,22 @@ void ThreadsScript::reportException(ESContext& context, const ESValue& value) {
     view_.showMessage(QStringLiteral("Script runtime error"), text);
 }
 
+void ThreadsScript::setDefaultColumns() {
+    view_.setColumns(QString(), {QStringLiteral("Id"), QStringLiteral("Priority"), QStringLiteral("State")});
+}
+
 bool ThreadsScript::refresh() {
     if (path_.isEmpty()) return true;
-    if (!readFile()) return false;
+    if (!readFile()) {
+        setDefaultColumns();
+        return false;
+    }
     ThreadsWindowScriptObjectClass threads(view_, maximum_);
     ThreadsWindowESContext context;
     prepare(context, threads);
     std::optional<ESValue> value = run(context, QStringLiteral("init\n"));
     if (value.has_value() && value->isUndefined())
-        view_.setColumns(QString(),
-                         {QStringLiteral("Id"), QStringLiteral("Priority"), QStringLiteral("State")});
+        setDefaultColumns();
     else if (value.has_value())
         value = run(context, QStringLiteral("init()\n"));
     if (threads.wasMaximumReached())

@@ -47,7 +47,7 @@ public:
 /// The behaviour of the object "Threads", which fills a view. The view outlives the class.
 class ThreadsWindowScriptObjectClass : public ESClass {
 public:
-    /// `maximum` rows at most in all lists; 0 for no limit.
+    /// `maximum` threads at most in the main list; 0 for no limit.
     ThreadsWindowScriptObjectClass(ThreadsView& view, std::uint32_t maximum);
 
     /// Binds the object "Threads" in the context, which may not outlive this class.
@@ -64,7 +64,7 @@ public:
     const std::vector<Thread>& threads() const { return threads_; }
 
 private:
-    void addRow(ESContext& context, const QString& list, std::uint32_t argc, const ESValue* argv);
+    void addThread(ESContext& context, std::uint32_t argc, const ESValue* argv);
     bool addList(const QString& name);
 
     ThreadsView& view_;
@@ -89,6 +89,7 @@ public:
 private:
     std::optional<ESValue> run(ESContext& context, const QString& command);
     bool readFile();
+    void setDefaultColumns();
     void reportException(ESContext& context, const ESValue& value);
     void prepare(ThreadsWindowESContext& context, ThreadsWindowScriptObjectClass& threads);
 

@@ -8,8 +8,9 @@ namespace script {
 
 struct ESObject;
 
-/// The tags of a value. String and Atom are one script type.
-enum class Tag : std::uint32_t {
+/// The tags of a value. String and Atom are one script type. A tag is as wide as a payload, so that a value
+/// that was just written in two halves is read back without waiting for the store.
+enum class Tag : std::uint64_t {
     Undefined = 0,
     Null = 1,
     Boolean = 2,

@@ -299,8 +299,9 @@ void ESContext::interpret(const Frame* bottom) {
                 const std::uint32_t argc = OPERAND();
                 SAVE();
                 const ESAtom* name = toAtom(*sp);
+                const ESValue target = sp[-1];
                 sp_ = sp - 2;
-                beginMethodCall(sp[-1], name, argc);
+                beginMethodCall(target, name, argc);
                 LOAD();
                 break;
             }
@@ -355,7 +356,8 @@ void ESContext::interpret(const Frame* bottom) {
                 --sp;
                 break;
             case Op::PutX:
-                if (ESValue* element = denseElement(sp[-1], *sp)) {
+                if (ESValue* element = denseElement(sp[-1], *sp);
+                    element != nullptr && !sp[-1].asObject()->hasElementsBehindLength) {
                     *element = sp[-2];
                 } else {
                     SAVE();

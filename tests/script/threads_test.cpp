@@ -61,7 +61,7 @@ TEST_F(Threads, InitFillsTheLists) {
                 "Threads.add2('Timers', 10, 0); Threads.add2('None', 1, 2);"
                 "if (Threads.shown('Timers') && !Threads.shown('x')) Threads.newqueue('last') }"),
         "clear\n columns Id,Name\nsort Id\ncolor Id red,green,blue\n queue Ready\n row 1,idle\n row 2,main\n"
-        "Timers columns At\nTimers queue Soon\nTimers row 10\n queue last\n");
+        "Timers columns At\nTimers queue Soon\nTimers row 10,0\n queue last\n");
     EXPECT_TRUE(isDone_);
 }
 
@@ -83,7 +83,7 @@ TEST_F(Threads, FaultsReachTheView) {
                           "property Thread Maximum sets this value.\n"));
     RecordingView view;
     EXPECT_FALSE(script::ThreadsScript(view, QStringLiteral("/no/such"), 0, QString()).refresh());
-    EXPECT_EQ(view.log, "|Cannot open: /no/such\n");
+    EXPECT_EQ(view.log, "|Cannot open: /no/such\n columns Id,Priority,State\n");
 }
 
 TEST_F(Threads, GetregsGivesTheSavedRegisters) {
