@@ -2,6 +2,7 @@
 
 #include "cli/output.h"
 #include "cli/session.h"
+#include "project/tree_walk.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -14,8 +15,10 @@ namespace {
 
 using project::ProjectElement;
 
-/// Bits of `configurationNames`.
-enum NameFlags : unsigned { Common = 1, Private = 2, Public = 4, All = Common | Private | Public };
+using project::PrivateConfigurations;
+using project::PublicConfigurations;
+
+constexpr unsigned allConfigurations = project::WithCommon | PrivateConfigurations | PublicConfigurations;
 
 struct ConfigurationOptions {
     std::string solution;
@@ -29,7 +32,9 @@ struct ConfigurationOptions {
 int list(const ConfigurationOptions& options, const GlobalOptions& globalOptions) {
     Session session(globalOptions);
     if (!session.open(options.solution)) return 1;
-    const unsigned flags = options.all ? All : options.isPrivate ? Private : Public;
+    const unsigned flags = options.all         ? allConfigurations
+                           : options.isPrivate ? PrivateConfigurations
+                                               : PublicConfigurations;
     Output output;
     for (const QString& name : session.engine().configurationNames(session.engine().solution(), flags))
         output << name.toStdString() << "\n";
@@ -43,12 +48,26 @@ bool canModifyAll(Session& session) {
     return true;
 }
 
+/// Whether any node has the configuration.
+bool exists(ProjectElement& solution, const QString& name) {
+    bool found = false;
+    forEachElement(solution, [&](ProjectElement& node) {
+        found = found || node.configurations.contains(name);
+        return !found;
+    });
+    return found;
+}
+
 int rename(const ConfigurationOptions& options, const GlobalOptions& globalOptions) {
     Session session(globalOptions);
     if (!session.open(options.solution)) return 1;
     project::ProjectSystem& engine = session.engine();
     const QString oldName = QString::fromStdString(options.name);
-    if (!engine.configurationNames(engine.solution(), All).contains(oldName)) {
+    if (oldName == project::commonConfiguration) {
+        reportError("Common cannot be renamed");
+        return 1;
+    }
+    if (!exists(*engine.solution(), oldName)) {
         reportError("no configuration \"" + options.name + '"');
         return 1;
     }
@@ -91,12 +110,18 @@ void addConfigurationCommands(CLI::App& app, const GlobalOptions& globalOptions,
 
     command = addCommand(app, "rename-configuration", "Renames a configuration throughout", options,
                          globalOptions, exitStatus, rename);
-    command->add_option("OLD", options->name, "The configuration")->type_name("")->required();
-    command->add_option("NEW", options->newName, "Its new name")->type_name("")->required();
+    command->add_option("OLD", options->name, "The configuration")
+        ->type_name("")
+        ->required()
+        ->check(isName());
+    command->add_option("NEW", options->newName, "Its new name")->type_name("")->required()->check(isName());
 
     command = addCommand(app, "inherit", "Sets what a configuration inherits", options, globalOptions,
                          exitStatus, inherit);
-    command->add_option("CONFIGURATION", options->name, "The configuration")->type_name("")->required();
+    command->add_option("CONFIGURATION", options->name, "The configuration")
+        ->type_name("")
+        ->required()
+        ->check(isName());
     command
         ->add_option("NAME", options->inherited, "What it inherits, in order; nothing at all without a name")
         ->type_name("");

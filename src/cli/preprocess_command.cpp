@@ -2,6 +2,7 @@
 
 #include "cli/output.h"
 #include "cli/session.h"
+#include "xml/directives.h"
 #include "xml/preprocessor.h"
 
 #include <QBuffer>
@@ -41,8 +42,10 @@ int run(const PreprocessOptions& options, const GlobalOptions& globalOptions) {
     const Session session(globalOptions);
     Document document;
     if (!document.read(options.file)) {
-        reportError(options.file + ':' + std::to_string(document.errorLine() + 1) + ": " +
-                    document.errorText().toStdString());
+        const std::string error = document.errorText().toStdString();
+        const bool wasRead = !error.starts_with("couldn't read");
+        reportError(options.file + (wasRead ? ':' + std::to_string(document.errorLine() + 1) : "") + ": " +
+                    error);
         return 1;
     }
     if (!document.root()) {
@@ -50,8 +53,7 @@ int run(const PreprocessOptions& options, const GlobalOptions& globalOptions) {
         return 1;
     }
     document.processConditionals(QString::fromStdString(options.file),
-                                 project::MacroEngine::parseMacros(QString::fromStdString(options.macros)),
-                                 options.expand);
+                                 xml::readMacroList(QString::fromStdString(options.macros)), options.expand);
     QBuffer result;
     result.open(QIODevice::WriteOnly);
     document.save(result, indent, wrapColumn);

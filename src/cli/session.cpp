@@ -47,6 +47,10 @@ void addNodeOptions(CLI::App& command, NodeOptions& options) {
     addConfigurationOption(command, options.configuration);
 }
 
+CLI::Validator isName() {
+    return {[](const std::string& text) { return text.empty() ? "a name is needed" : std::string(); }, ""};
+}
+
 void addConfigurationOption(CLI::App& command, std::string& configuration) {
     command.add_option("-c", configuration, "The configuration")
         ->type_name("CONFIGURATION")
@@ -83,18 +87,15 @@ bool Session::open(const std::string& solutionFile) {
 }
 
 ProjectElement* Session::find(const NodeOptions& options) {
-    ProjectElement* node = engine_.solution();
-    if (options.project.empty()) return node;
-    node = engine_.findProject(node, QString::fromStdString(options.project));
-    if (!node) return missing("project", options.project);
-    if (!options.folder.empty()) {
-        node = findBelow(*node, ProjectElement::Kind::Folder, options.folder);
-        if (!node) return missing("folder", options.folder);
-    }
-    if (!options.file.empty()) {
-        node = findBelow(*node, ProjectElement::Kind::File, options.file);
-        if (!node) return missing("file", options.file);
-    }
+    if (!options.project) return engine_.solution();
+    ProjectElement* const project =
+        engine_.findProject(engine_.solution(), QString::fromStdString(*options.project));
+    if (!project) return missing("project", *options.project);
+    ProjectElement* node = project;
+    if (options.folder) node = findBelow(*project, ProjectElement::Kind::Folder, *options.folder);
+    if (!node) return missing("folder", *options.folder);
+    if (options.file) node = findBelow(*project, ProjectElement::Kind::File, *options.file);
+    if (!node) return missing("file", *options.file);
     return node;
 }
 

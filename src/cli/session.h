@@ -6,19 +6,21 @@
 
 #include <QString>
 
+#include <optional>
 #include <string>
 
 namespace CLI {
 class App;
-}
+class Validator;
+}  // namespace CLI
 
 namespace cli {
 
 /// How the command line names a node; see addNodeOptions.
 struct NodeOptions {
-    std::string project;
-    std::string folder;
-    std::string file;
+    std::optional<std::string> project;
+    std::optional<std::string> folder;
+    std::optional<std::string> file;
     std::string configuration = "Common";
 
     QString configurationName() const { return QString::fromStdString(configuration); }
@@ -28,6 +30,9 @@ struct NodeOptions {
 void addNodeOptions(CLI::App& command, NodeOptions& options);
 /// Registers -c alone.
 void addConfigurationOption(CLI::App& command, std::string& configuration);
+
+/// Takes any text but an empty one.
+CLI::Validator isName();
 
 /// Reports a load error: the file, the line where it is known, and the message.
 void reportLoadError(const project::SolutionLoadError& error);

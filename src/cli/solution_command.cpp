@@ -90,7 +90,10 @@ void addSolutionCommands(CLI::App& app, const GlobalOptions& globalOptions, int&
 
     CLI::App* command = addCommand(app, "new-project", "Adds a project to a solution", options, globalOptions,
                                    exitStatus, makeProject);
-    command->add_option("NAME", options->name, "The name of the project")->type_name("")->required();
+    command->add_option("NAME", options->name, "The name of the project")
+        ->type_name("")
+        ->required()
+        ->check(isName());
     command->add_option("--type", options->type, "The type of the project, such as Executable")
         ->type_name("TYPE")
         ->required();

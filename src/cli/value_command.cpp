@@ -132,11 +132,15 @@ void addValueCommands(CLI::App& app, const GlobalOptions& globalOptions, int& ex
         addCommand(app, "get", "Prints the value of a property in force", exitStatus,
                    [&globalOptions](const ValueOptions& options) { return get(options, globalOptions); });
     addKey(*getCommand, *getOptions);
-    getCommand->add_flag("--expand", getOptions->expand, "Expands macros");
-    getCommand->add_flag("--list", getOptions->list, "Prints the entries of a list, one a line");
+    CLI::Option* expandFlag = getCommand->add_flag("--expand", getOptions->expand, "Expands macros");
+    CLI::Option* list =
+        getCommand->add_flag("--list", getOptions->list, "Prints the entries of a list, one a line");
     CLI::Option* local =
         getCommand->add_flag("--local", getOptions->local, "Prints only what is stored at this very place");
-    getCommand->add_flag("--trace", getOptions->trace, "Prints where the value comes from")->excludes(local);
+    getCommand->add_flag("--trace", getOptions->trace, "Prints where the value comes from")
+        ->excludes(local)
+        ->excludes(list)
+        ->excludes(expandFlag);
 
     const auto [setCommand, setOptions] = addCommand(
         app, "set", "Stores the value of a property", exitStatus,

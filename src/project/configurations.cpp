@@ -2,6 +2,8 @@
 
 #include "project/project_system.h"
 
+#include <QSet>
+
 #include <vector>
 
 namespace project {
@@ -80,8 +82,8 @@ void ProjectSystem::setInheritedConfigurations(ProjectElement* node, const QStri
 }
 
 QStringList ProjectSystem::configurationNames(ProjectElement* node, unsigned flags) {
-    QStringList names;
-    if (flags & WithCommon) names.append(commonConfiguration);
+    QSet<QString> names;
+    if (flags & WithCommon) names.insert(commonConfiguration);
     ProjectElement* above = node ? node->enclosingSolution() : solution();
     for (; above; above = above->parentElement()) {
         if (!above->isSolution()) continue;
@@ -92,12 +94,13 @@ QStringList ProjectSystem::configurationNames(ProjectElement* node, unsigned fla
                     ? (flags & PrivateConfigurations) != 0
                     : (flags & PublicConfigurations) != 0 && name != commonConfiguration &&
                           propertyValue(above, schema().general.Platform, name) == platformName();
-            if (offered) names.append(name);
+            if (offered) names.insert(name);
         }
     }
-    names.sort();
-    if (names.isEmpty()) names.append(commonConfiguration);
-    return names;
+    if (names.isEmpty()) names.insert(commonConfiguration);
+    QStringList sorted(names.begin(), names.end());
+    sorted.sort();
+    return sorted;
 }
 
 bool ProjectSystem::renameConfiguration(ProjectElement* solution, const QString& oldName,

@@ -71,6 +71,26 @@ void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& so
     enterSolution(root);
 }
 
+qint64 mappedNamesLength(ProjectElement& root) {
+    qint64 total = 0;
+    std::vector<qint64> chain;  // the length of each solution's name, innermost last
+    walkElements(
+        root,
+        [&](ProjectElement& node) {
+            if (node.isSolution()) chain.push_back(node.elementName().size() + 1);
+            if (!node.isProject()) return;
+            qint64 length = node.elementName().size() + 1;
+            for (auto solution = chain.rbegin(); solution != chain.rend(); ++solution) {
+                total += length;
+                length += *solution;
+            }
+        },
+        [&](ProjectElement& node) {
+            if (node.isSolution()) chain.pop_back();
+        });
+    return total;
+}
+
 bool enterAppendedProject(ProjectElement& project, QMap<QString, ProjectElement*>& solutions) {
     // Behind a project of the root nothing follows; elsewhere a later project may own the same name.
     const bool belowRoot = project.parentElement() && !project.parentElement()->parentElement();

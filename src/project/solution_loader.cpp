@@ -5,6 +5,7 @@
 #include "project/project_system.h"
 #include "project/solution_document.h"
 #include "project/tree_walk.h"
+#include "xml/directives.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -106,7 +107,11 @@ SolutionLoadError::SolutionLoadError(const QString& fileName, const QString& mes
 
 SolutionLoader::SolutionLoader(ProjectSystem& engine, const QStringList& underLoad,
                                ProjectFileNotFoundErrorHandler* notFoundHandler, Progress* progress)
-    : engine_(engine), underLoad_(underLoad), notFoundHandler_(notFoundHandler), progress_(progress) {}
+    : engine_(engine),
+      underLoad_(underLoad),
+      outermost_(underLoad.size()),
+      notFoundHandler_(notFoundHandler),
+      progress_(progress) {}
 
 std::unique_ptr<ProjectElement> SolutionLoader::loadFile(const QString& baseDirectory,
                                                          const QString& fileName, const QString& macros) {
@@ -156,7 +161,7 @@ std::unique_ptr<ProjectElement> SolutionLoader::parse(const File& file, const QS
     if (!document.parse(file.path))
         throw SolutionLoadError(file.name, QString::fromUtf8(document.errorText()),
                                 static_cast<int>(document.errorLine()), 0);
-    document.processConditionals(file.path, MacroEngine::parseMacros(macros), !macros.isNull());
+    document.processConditionals(file.path, xml::readMacroList(macros), !macros.isNull());
     if (document.doctype != solutionDoctype) throw loadError(file.name, " not a solution file");
     std::unique_ptr<xml::XMLNode> root = document.takeRoot();
     ProjectElement* const element = asProjectElement(root.get());
@@ -195,7 +200,7 @@ void SolutionLoader::setTemplatesFile(const ProjectElement& root, const File& fi
 
 void SolutionLoader::readNodes(ProjectElement& root, const File& file) {
     AttributeReader attributes;
-    const bool isOutermost = underLoad_.size() == 1;
+    const bool isOutermost = underLoad_.size() == outermost_ + 1;
     int done = 0;
     int total = 0;
     for (ProjectElement* child = root.firstChildElement(); child; child = child->nextSiblingElement())
@@ -297,6 +302,8 @@ void ProjectSystem::loadSolution(const QString& fileName, ProjectFileNotFoundErr
     try {
         solution_ = loadSolutionFile(QString(), fileName, notFoundHandler, progress, QString());
         if (checkTarget) project::checkTarget(*solution_, targetNumber(), fileName);
+        if (mappedNamesLength(*solution_) > SolutionLoader::maxNamesLength)
+            throw SolutionLoadError(fileName, fileName + QStringLiteral(" has too many long names"));
         {
             const ProgressLevel level(progress, QStringLiteral("Mapping project information"), 0);
             rebuildProjectMaps(progress);

@@ -71,7 +71,9 @@ public:
     static constexpr int maxSolutionDepth = 100;
     /// and a load reads so many files with so many bytes together.
     static constexpr int maxFiles = 10000;
-    static constexpr qint64 maxBytes = qint64{4} << 30;
+    static constexpr qint64 maxBytes = qint64{2} << 30;
+    /// The names of its projects, as they are seen from all solutions around them, have so many characters.
+    static constexpr qint64 maxNamesLength = qint64{256} << 20;
 
     /// `underLoad` are the absolute paths of the files into which this one is being linked, outermost first.
     /// Handler and progress may be null.
@@ -104,6 +106,7 @@ private:
 
     ProjectSystem& engine_;
     QStringList underLoad_;
+    qsizetype outermost_;  ///< how many files were under load before
     ProjectFileNotFoundErrorHandler* notFoundHandler_;
     Progress* progress_;
     LoadFindings findings_;

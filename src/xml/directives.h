@@ -11,6 +11,7 @@ namespace xml {
 inline constexpr char messagePrefix[] = "XmlPP::processConditionals(): ";
 inline constexpr char oneConditionRequired[] = "one condition required for <if[not]>";
 inline constexpr char missingFileName[] = "missing filename in <include>";
+inline constexpr char includesTooMuch[] = "error: include file '%1' is one too many";
 inline constexpr char includeTooDeep[] = "error: include file '%1' is nested too deep";
 // clang-format on
 

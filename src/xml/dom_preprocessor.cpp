@@ -31,12 +31,12 @@ struct SyntaxError {
     int column = 0;
 };
 
-std::optional<SyntaxError> parse(const QString& text, QDomDocument& document) {
+std::optional<SyntaxError> parse(const QString& text, QDomDocument& document, int maxDepth) {
     int depth = 0;
     for (QXmlStreamReader reader(text); !reader.atEnd();) {
         const auto token = reader.readNext();
         depth += token == QXmlStreamReader::StartElement ? 1 : token == QXmlStreamReader::EndElement ? -1 : 0;
-        if (depth > XmlPP::maxElementDepth)
+        if (depth > maxDepth)
             return SyntaxError{QStringLiteral("elements nested too deep"),
                                static_cast<int>(reader.lineNumber()),
                                static_cast<int>(reader.columnNumber())};
@@ -107,7 +107,7 @@ private:
         const Directive directive = directiveOf(element);
         const bool isRoot = element.parentNode().isDocument();
         if (directive && isRoot && directive != &Pass::include) {
-            warn(QStringLiteral("the root <%1> is no element").arg(element.tagName()));
+            warn(QStringLiteral("the root <%1> is not carried out").arg(element.tagName()));
         } else if (directive && (this->*directive)(element, level)) {
             return;
         }
@@ -157,17 +157,21 @@ private:
 
     // --- Expanding ---
 
-    QString expanded(const QString& text) const {
+    QString expanded(const QString& text) {
         if (!project::macroEngine || !text.contains(u'$')) return text;
-        return project::macroEngine->expand(pp_.macros, text, true, true);
+        if (expandedLength_ > XmlPP::maxExpandedLength) return text;
+        QString result = project::macroEngine->expand(pp_.macros, text, true, true);
+        expandedLength_ += result.size();
+        if (expandedLength_ > XmlPP::maxExpandedLength) warn(QStringLiteral("too much text from macros"));
+        return result;
     }
 
-    void expandAttribute(QDomElement& element, const QString& name) const {
+    void expandAttribute(QDomElement& element, const QString& name) {
         const QString value = element.attribute(name);
         if (value.contains(u'$')) element.setAttribute(name, expanded(value));
     }
 
-    void expandAttributes(QDomElement& element, bool all) const {
+    void expandAttributes(QDomElement& element, bool all) {
         static const QString listAttribute = QStringLiteral("expand_attributes");
         if (all) {
             const QDomNamedNodeMap attributes = element.attributes();
@@ -206,6 +210,7 @@ private:
         QDomElement container;
         for (QDomElement child = element.firstChildElement(); !child.isNull();
              child = child.nextSiblingElement()) {
+            if (level.scope.expand) expandAttributes(child, true);
             if (child.tagName() == u"default") container = child;
             if (child.tagName() == u"case" && listHolds(child.attribute(QStringLiteral("value")), value)) {
                 container = child;
@@ -255,8 +260,10 @@ private:
             substitute(element, textElement(element, *bytes), level);
             return true;
         }
+        // Every open level is an element deeper, or more.
+        const int maxDepth = XmlPP::maxElementDepth - static_cast<int>(open_.size());
         QDomDocument file;
-        if (const auto error = parse(QString::fromUtf8(*bytes), file)) {
+        if (const auto error = parse(QString::fromUtf8(*bytes), file, maxDepth)) {
             logMessage(LogLevel::Error, support::LogLineFeed,
                        "XmlPP: error reading XML - %s on line %d column %d of include file %s",
                        qUtf8Printable(error->message), error->line, error->column, qUtf8Printable(*path));
@@ -281,8 +288,11 @@ private:
         if (element.hasAttribute(QStringLiteral("expand_macros"))) name = expanded(name);
         const QString path =
             project::isAbsolutePath(name) ? name : QFileInfo(scope.path).path() + u'/' + name;
-        if (scope.includeDepth < XmlPP::maxIncludeDepth && ++includes_ <= XmlPP::maxIncludes) return path;
-        warn(QString::fromLatin1(includeTooDeep).arg(path));
+        const bool isTooDeep = scope.includeDepth >= XmlPP::maxIncludeDepth;
+        includedBytes_ += QFileInfo(path).size();
+        if (!isTooDeep && ++includes_ <= XmlPP::maxIncludes && includedBytes_ <= XmlPP::maxIncludedBytes)
+            return path;
+        warn(QString::fromLatin1(isTooDeep ? includeTooDeep : includesTooMuch).arg(path));
         return std::nullopt;
     }
 
@@ -314,6 +324,8 @@ private:
     XmlPP& pp_;
     std::vector<Level> open_;
     int includes_ = 0;
+    qint64 includedBytes_ = 0;
+    qsizetype expandedLength_ = 0;
 };
 
 const Pass::DirectiveRow Pass::directiveRows[] = {
@@ -331,7 +343,7 @@ XmlPP::XmlPP() : macros(project::macroEngine ? project::macroEngine->globalMacro
 void XmlPP::load(const QString& path) {
     const std::optional<QByteArray> bytes = readFile(path);
     if (!bytes) throw support::HException("couldn't read " + path.toStdString());
-    if (const auto error = parse(QString::fromUtf8(*bytes), document))
+    if (const auto error = parse(QString::fromUtf8(*bytes), document, maxElementDepth))
         throw support::HException(error->message.toStdString(), error->line, error->column);
 }
 

@@ -15,6 +15,8 @@ public:
     static constexpr int maxElementDepth = 5000;
     static constexpr int maxIncludeDepth = 100;
     static constexpr int maxIncludes = 10000;
+    static constexpr qint64 maxIncludedBytes = qint64{64} << 20;
+    static constexpr qsizetype maxExpandedLength = qsizetype{64} << 20;
 
     /// The table starts with the user's macros.
     XmlPP();

@@ -1,6 +1,6 @@
 #include "xml/generated_elements.h"
 
-#include <QRegExp>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -16,16 +16,57 @@ QString hexadecimal(std::uint32_t value) {
     return QStringLiteral("0x") + QString::number(value, 16).toUpper();
 }
 
+/// Takes the element of a wildcard pattern at `place`, a character, "?" or a set in brackets, and answers
+/// whether the character fits.
+bool fits(QStringView pattern, qsizetype& place, QChar character) {
+    const QChar first = pattern[place++];
+    const qsizetype end = first == u'[' ? pattern.indexOf(u']', place + 1) : -1;
+    if (end < 0) return first == u'?' || first == character;
+    const bool inverse = pattern[place] == u'^';
+    bool found = false;
+    for (qsizetype i = place + (inverse ? 1 : 0); i < end; ++i) {
+        const bool isRange = i + 2 < end && pattern[i + 1] == u'-';
+        found = found ||
+                (isRange ? pattern[i] <= character && character <= pattern[i + 2] : pattern[i] == character);
+        i += isRange ? 2 : 0;
+    }
+    place = end + 1;
+    return found != inverse;
+}
+
+/// Whether a wildcard pattern fits some part of the text. Going back to the last "*" alone is enough, so
+/// that the time is bounded by the product of both lengths.
+bool wildcardIsIn(QStringView pattern, QStringView text) {
+    qsizetype place = 0;
+    qsizetype at = 0;
+    qsizetype starPlace = 0;  // in front of the pattern there is a "*" in effect
+    qsizetype starAt = 0;
+    while (place < pattern.size()) {
+        if (pattern[place] == u'*') {
+            starPlace = ++place;
+            starAt = at;
+        } else if (at == text.size()) {
+            return false;
+        } else if (fits(pattern, place, text[at])) {
+            ++at;
+        } else {
+            place = starPlace;
+            at = ++starAt;
+        }
+    }
+    return true;
+}
+
 /// What leaves entries out of a variable's list.
 struct Exclusions {
-    QStringList entries;
-    QList<QRegExp> wildcards;
+    QSet<QString> entries;
+    QStringList wildcards;
 
     bool isEmpty() const { return entries.isEmpty() && wildcards.isEmpty(); }
     bool holds(const QString& item) const {
         return entries.contains(item) ||
                std::any_of(wildcards.begin(), wildcards.end(),
-                           [&](const QRegExp& wildcard) { return wildcard.indexIn(item) >= 0; });
+                           [&](const QString& wildcard) { return wildcardIsIn(wildcard, item); });
     }
 };
 
@@ -110,18 +151,18 @@ ProductTables::ProductTables(const XMLElement& loop, const std::function<QString
         QString list = expands ? expand(text) : text;
         list.remove(u'\r').remove(u'\n');
         if (attribute.name == "exclude_entries") {
-            excluded.entries = list.split(separator, Qt::SkipEmptyParts);
+            const QStringList entries = list.split(separator, Qt::SkipEmptyParts);
+            excluded.entries = QSet<QString>(entries.begin(), entries.end());
         } else if (attribute.name == "exclude_wildcard") {
             excluded.wildcards.clear();
-            for (const QString& item : list.split(separator, Qt::SkipEmptyParts))
-                excluded.wildcards.append(QRegExp(item, Qt::CaseSensitive, QRegExp::Wildcard));
+            excluded.wildcards += list.split(separator, Qt::SkipEmptyParts);
         } else {
             const QStringList items = list.split(separator);
             Variable variable{QString::fromUtf8(attribute.name), {}};
-            if (!excluded.isEmpty())
-                for (const QString& entry : std::as_const(excluded.entries))
-                    if (!items.contains(entry))
-                        report(QStringLiteral("exclude_entries cannot find entry named ") + entry);
+            const QSet<QString> present(items.begin(), items.end());
+            for (const QString& entry : std::as_const(excluded.entries))
+                if (!present.contains(entry))
+                    report(QStringLiteral("exclude_entries cannot find entry named ") + entry);
             for (const QString& item : items)
                 if (!excluded.holds(item)) variable.values.append(item);
             isOver_ = isOver_ || variable.values.isEmpty();
@@ -132,14 +173,15 @@ ProductTables::ProductTables(const XMLElement& loop, const std::function<QString
 
 std::optional<MacroTable> ProductTables::next() {
     if (isOver_) return std::nullopt;
-    MacroTable table;
-    for (const Variable& variable : std::as_const(variables_))
-        table.insert(variable.name, variable.values[variable.place]);
-    qsizetype turning = variables_.size() - 1;
-    while (turning >= 0 && ++variables_[turning].place == variables_[turning].values.size())
-        variables_[turning--].place = 0;
-    isOver_ = turning < 0;
-    return table;
+    for (; changedFrom_ < variables_.size(); ++changedFrom_) {
+        const Variable& variable = variables_[changedFrom_];
+        table_.insert(variable.name, variable.values[variable.place]);
+    }
+    changedFrom_ = variables_.size() - 1;
+    while (changedFrom_ >= 0 && ++variables_[changedFrom_].place == variables_[changedFrom_].values.size())
+        variables_[changedFrom_--].place = 0;
+    isOver_ = changedFrom_ < 0;
+    return table_;
 }
 
 }  // namespace xml

@@ -66,6 +66,8 @@ private:
     };
 
     QList<Variable> variables_;
+    project::MacroTable table_;
+    qsizetype changedFrom_ = 0;  ///< the variables from here on have values that the table lacks
     bool isOver_ = false;
 };
 

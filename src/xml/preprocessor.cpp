@@ -107,7 +107,7 @@ private:
                 scope = inner;
             }
         } else if (directiveOf(*root)) {
-            warn(QStringLiteral("the root <%1> is no element").arg(QString::fromUtf8(root->tagName())));
+            warn(QStringLiteral("the root <%1> is not carried out").arg(QString::fromUtf8(root->tagName())));
         }
         open(root, root, scope);
     }
@@ -133,6 +133,34 @@ private:
         for (XMLAttribute& attribute : changed) element.setAttribute(attribute.name, attribute.value);
     }
 
+    // --- Macros ---
+
+    /// The value of a name, which exists from then on.
+    QString lookedUp(Scope& scope, const QString& name) {
+        const auto known = scope.macros.constFind(name);
+        if (known != scope.macros.constEnd()) return *known;
+        define(scope, name, QString());
+        return {};
+    }
+
+    void define(Scope& scope, const QString& name, const QString& value) {
+        if (mayCopy(scope)) scope.macros.insert(name, value);
+    }
+
+    void overlay(Scope& scope, const QString& list) {
+        if (mayCopy(scope)) scope.macros = MacroEngine::mergeMacros(scope.macros, readMacroList(list));
+    }
+
+    /// A table is copied when an inner level changes it. What all copies may cost is bounded.
+    bool mayCopy(const Scope& scope) {
+        if (scope.macros.isDetached()) return true;
+        const bool hadRoom = macrosCopied_ <= XMLPP2::maxMacrosCopied;
+        macrosCopied_ += scope.macros.size();
+        const bool hasRoom = macrosCopied_ <= XMLPP2::maxMacrosCopied;
+        if (hadRoom && !hasRoom) warn(QStringLiteral("too many macros in too many places"));
+        return hasRoom;
+    }
+
     void warn(const QString& text) { document_.warning(QLatin1String(messagePrefix) + text); }
 
     // --- Directives: each answers false where the element stays as an ordinary one ---
@@ -150,8 +178,7 @@ private:
             return false;
         }
         const XMLAttribute& condition = element->attributes().front();
-        // A name that is looked up exists from then on.
-        const QString value = level.scope.macros[QString::fromUtf8(condition.name)];
+        const QString value = lookedUp(level.scope, QString::fromUtf8(condition.name));
         const bool holds = listHolds(QString::fromUtf8(condition.value), value);
         return replace(element, holds == (element->tagName() == "if") ? element.get() : nullptr, level);
     }
@@ -170,11 +197,12 @@ private:
     }
 
     bool select(std::unique_ptr<XMLElement>& element, Level& level) {
-        const QString value = level.scope.macros[textOf(*element, "name")];
+        const QString value = lookedUp(level.scope, textOf(*element, "name"));
         XMLElement* container = nullptr;
         for (XMLNode* node = element->firstChild(); node; node = node->nextSibling()) {
             XMLElement* const child = asElement(node);
             if (!child) continue;
+            if (level.scope.expand) expandAttributes(*child, level.scope.macros);
             if (child->tagName() == "default") container = child;
             if (child->tagName() == "case" && listHolds(textOf(*child, "value"), value)) {
                 container = child;
@@ -190,13 +218,13 @@ private:
         if (!dropped->hasAttribute("name")) {
             warn(QStringLiteral("missing name in <define>"));
         } else if (dropped->hasAttribute("value")) {
-            level.scope.macros[name] = textOf(*dropped, "value");
+            define(level.scope, name, textOf(*dropped, "value"));
         } else if (dropped->hasAttribute("expression")) {
             if (const auto number = evaluated(level, textOf(*dropped, "expression")))
-                level.scope.macros[name] = QString::number(*number);
+                define(level.scope, name, QString::number(*number));
         } else if (dropped->hasAttribute("hex_expression")) {
             if (const auto number = evaluated(level, textOf(*dropped, "hex_expression")))
-                level.scope.macros[name] = QStringLiteral("0x") + QString::number(*number, 16).toUpper();
+                define(level.scope, name, QStringLiteral("0x") + QString::number(*number, 16).toUpper());
         } else {
             warn(QStringLiteral("missing value or expression in <define>"));
         }
@@ -237,8 +265,12 @@ private:
         }
         const QString path =
             project::isAbsolutePath(name) ? name : QFileInfo(scope.path).path() + u'/' + name;
-        if (scope.includeDepth >= XMLPP2::maxIncludeDepth || ++includes_ > XMLPP2::maxIncludes) {
+        if (scope.includeDepth >= XMLPP2::maxIncludeDepth) {
             warn(QString::fromLatin1(includeTooDeep).arg(path));
+            return nullptr;
+        }
+        if (++includes_ > XMLPP2::maxIncludes || includedBytes_ > XMLPP2::maxIncludedBytes) {
+            warn(QString::fromLatin1(includesTooMuch).arg(path));
             return nullptr;
         }
         std::unique_ptr<XMLElement> included = parseFile(path);
@@ -247,7 +279,7 @@ private:
         ++scope.includeDepth;
         const bool expands = scope.expand || element.hasAttribute("expand_macros");
         if (expands && element.hasAttribute("macros")) {
-            scope.macros = MacroEngine::mergeMacros(scope.macros, readMacroList(textOf(element, "macros")));
+            overlay(scope, textOf(element, "macros"));
             scope.expand = true;
         }
         if (scope.expand) expandAttributes(*included, scope.macros);
@@ -257,16 +289,21 @@ private:
     /// The root of another file, read by the document, whose own root stays. Null, after a warning, when
     /// there is none.
     std::unique_ptr<XMLElement> parseFile(const QString& path) {
+        const QFileInfo file(path);
+        includedBytes_ += file.size();
         std::unique_ptr<XMLNode> before = document_.takeRoot();
-        const bool parsed = document_.parse(path);
+        // What is no regular file may never end.
+        const bool isReadable = file.isFile();
+        const bool parsed = isReadable && document_.parse(path);
+        if (!isReadable) document_.setError("couldn't read " + path.toUtf8());
         std::unique_ptr<XMLNode> root = document_.takeRoot();
         document_.setRoot(std::move(before));
         if (parsed && root) return std::unique_ptr<XMLElement>(asElement(root.release()));
         // What is no document at all counts as empty, whatever stopped the parse.
         if (root || document_.errorText().startsWith("couldn't read")) {
             warn(QStringLiteral("error \"%1\" in include file %2 line:%3")
-                     .arg(QString::fromUtf8(document_.errorText()), path)
-                     .arg(document_.errorLine()));
+                     .arg(QString::fromUtf8(document_.errorText()), path,
+                          QString::number(document_.errorLine())));
         } else {
             warn(QStringLiteral("error: include file '%1' is empty").arg(path));
         }
@@ -352,7 +389,8 @@ private:
     bool storeDefinition(std::unique_ptr<XMLElement>& element, Level&) {
         if (!element->hasAttribute("name")) return false;
         const QString name = textOf(*element, "name");
-        document_.definitions[name] = std::move(element);
+        const qsizetype elements = countElements(*element);
+        document_.definitions[name] = {std::move(element), elements};
         return true;
     }
 
@@ -364,17 +402,22 @@ private:
             warn(QStringLiteral("xmlput cannot fine xmldef named ") + name);
             return false;
         }
-        copiesLeft_ -= countElements(*definition->second);
-        if (copiesLeft_ < 0 || level.scope.putDepth >= XMLPP2::maxPutDepth) {
+        if (level.scope.putDepth >= XMLPP2::maxPutDepth) {
+            warn(QStringLiteral("xmldef named %1 is put too deep in itself").arg(name));
+            return false;
+        }
+        const XMLPP2::Definition& found = definition->second;
+        if (found.elements > copiesLeft_) {
             warn(QStringLiteral("more than %1 copies").arg(XMLPP2::maxCopies));
             return false;
         }
-        const std::unique_ptr<XMLNode> clone(document_.cloneNode(definition->second.get()));
+        copiesLeft_ -= found.elements;
+        const std::unique_ptr<XMLNode> clone(document_.cloneNode(found.element.get()));
         Scope inner = level.scope;
         ++inner.putDepth;
         const bool expands = inner.expand || element->hasAttribute("expand_macros");
         if (expands && element->hasAttribute("macros")) {
-            inner.macros = MacroEngine::mergeMacros(inner.macros, readMacroList(textOf(*element, "macros")));
+            overlay(inner, textOf(*element, "macros"));
             inner.expand = true;
         }
         element.reset();
@@ -386,6 +429,8 @@ private:
     expressions::SimpleExpressionParser parser_;
     std::vector<Level> open_;
     qsizetype expandedLength_ = 0;
+    qsizetype macrosCopied_ = 0;
+    qint64 includedBytes_ = 0;
     qsizetype copiesLeft_ = XMLPP2::maxCopies;
     int includes_ = 0;
 };

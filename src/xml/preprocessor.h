@@ -20,12 +20,15 @@ class XMLPP2 : public QXMLDocument {
 public:
     /// Files that include each other nest so deep,
     static constexpr int maxIncludeDepth = 100;
-    /// a document includes so many files,
+    /// a document includes so many files with so many bytes together,
     static constexpr int maxIncludes = 10000;
+    static constexpr qint64 maxIncludedBytes = qint64{64} << 20;
     /// `for`, `foreach` and `xmlput` copy so many elements,
     static constexpr int maxCopies = 1000000;
     /// bodies put by `xmlput` nest so deep,
     static constexpr int maxPutDepth = 100;
+    /// tables of macros that are copied hold so many entries,
+    static constexpr qsizetype maxMacrosCopied = 20000000;
     /// and expansions yield so many characters.
     static constexpr qsizetype maxExpandedLength = qsizetype{256} << 20;
 
@@ -38,8 +41,12 @@ public:
 
     virtual void warning(const QString& text) = 0;
 
-    /// The subtrees that `xmldef` stored, by name.
-    std::map<QString, std::unique_ptr<XMLElement>> definitions;
+    /// A subtree that `xmldef` stored, and how many elements it has.
+    struct Definition {
+        std::unique_ptr<XMLElement> element;
+        qsizetype elements = 0;
+    };
+    std::map<QString, Definition> definitions;
 };
 
 }  // namespace xml

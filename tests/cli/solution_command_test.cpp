@@ -169,6 +169,8 @@ TEST_F(SolutionCommand, Configurations) {
         {"configurations @ --private", 0, "Base\n"},
         {"configurations @ --all", 0, "Base\nCommon\nDebug\n"},
         {"rename-configuration @ Nix Other", 1, "", "atelis: error: no configuration \"Nix\"\n"},
+        {"rename-configuration @ Common Other", 1, "", "atelis: error: Common cannot be renamed\n"},
+        {"rename-configuration @ Debug ''", 2, "", "atelis: error: NEW: a name is needed\n"},
         {"rename-configuration @ Debug Base", 1, "", "atelis: error: Base is already in use\n"},
     });
     check({{"inherit @ Debug Base Other", 0, ""}});
@@ -238,7 +240,7 @@ TEST_F(SolutionCommand, PreprocessCarriesOutDirectives) {
         {"preprocess - --macros A=2 < d.xml", 0, "<r>\n  <ifnot/>\n</r>\n",
          "atelis: warning: XmlPP::processConditionals(): one condition required for <if[not]>\n"},
         {"preprocess e.xml", 1, "", "atelis: error: e.xml:3: tagName mismatch\n"},
-        {"preprocess none.xml", 1, "", "atelis: error: none.xml:1: couldn't read none.xml\n"},
+        {"preprocess none.xml", 1, "", "atelis: error: none.xml: couldn't read none.xml\n"},
     });
 }
 

@@ -101,7 +101,7 @@ TEST_F(DomPreprocessor, TellsWhatIsWrong) {
          "<r><include filename=\"none.xml\"/></r>\nerror: XmlPP::processConditionals could not open include "
          "file " +
              dir + "/none.xml\n"},
-        {"<if G='g'/>", "<if G=\"g\"/>\nXmlPP::processConditionals(): the root <if> is no element"},
+        {"<if G='g'/>", "<if G=\"g\"/>\nXmlPP::processConditionals(): the root <if> is not carried out"},
     };
     for (const auto& [text, result] : cases) EXPECT_EQ(processed(text), result) << text;
     const std::string bad = processed("<r><include filename='bad.xml'/></r>");

@@ -197,7 +197,7 @@ TEST_F(Preprocessor, WrongDirectivesWarnAndTheWalkGoesOn) {
         {"<r><xmlput name='d'/></r>", "<r><xmlput name=\"d\" /></r>\nxmlput cannot fine xmldef named d\n"},
         {"<r><foreach exclude_entries='z' a='1'><e/></foreach></r>",
          "<r><e/></r>\nexclude_entries cannot find entry named z\n"},
-        {"<if A='1'><a/></if>", "<if A=\"1\"><a/></if>\nthe root <if> is no element\n"},
+        {"<if A='1'><a/></if>", "<if A=\"1\"><a/></if>\nthe root <if> is not carried out\n"},
     };
     for (const auto& [text, result] : cases) {
         std::string expected = result;

@@ -70,6 +70,16 @@ private:
     posix_spawnattr_t attributes_;
 };
 
+/// That of a child whose end somebody else has taken note of.
+constexpr int lostStatus = 255 << 8;
+
+/// A parent that ignored the ends of its children hands that down, and then no exit code can be asked for.
+void receiveExitCodes() {
+    struct sigaction action {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 && action.sa_handler == SIG_IGN)
+        ::signal(SIGCHLD, SIG_DFL);
+}
+
 int exitCode(int status) {
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
@@ -97,6 +107,7 @@ bool Child::start(const ChildSetup& setup) {
     for (const std::string& argument : setup.arguments)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
+    receiveExitCodes();
     pid_t pid = 0;
     if (::posix_spawnp(&pid, arguments.front(), plan.actions(), plan.attributes(), arguments.data(),
                        environ) != 0)
@@ -109,13 +120,19 @@ bool Child::start(const ChildSetup& setup) {
 
 std::optional<int> Child::tryCollect() {
     int status = 0;
-    if (!isRunning() || ::waitpid(pid_, &status, WNOHANG) == 0) return std::nullopt;
-    return take(status);
+    if (!isRunning()) return std::nullopt;
+    const pid_t ended = ::waitpid(pid_, &status, WNOHANG);
+    if (ended == 0) return std::nullopt;
+    return take(ended < 0 ? lostStatus : status);
 }
 
 int Child::collect() {
     int status = 0;
-    while (::waitpid(pid_, &status, 0) < 0 && errno == EINTR) continue;
+    while (::waitpid(pid_, &status, 0) < 0) {
+        if (errno == EINTR) continue;
+        status = lostStatus;
+        break;
+    }
     return take(status);
 }
 

@@ -78,7 +78,10 @@ private:
     /// Expands the reference that begins at `start`, and answers where the walk goes on.
     qsizetype expandReference(qsizetype start) {
         const qsizetype end = closing_[static_cast<std::size_t>(start + 1)];
-        if (end < 0) return start + 1;
+        if (end < 0) {
+            nested_ = nested_ || text_.indexOf(u'$', start + 2) >= 0;
+            return start + 1;
+        }
         const QStringView body = QStringView(text_).mid(start + 2, end - start - 2);
         if (body.contains(u'$')) nested_ = true;
         const qsizetype colon = body.indexOf(u':');

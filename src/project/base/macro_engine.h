@@ -10,8 +10,8 @@ namespace project {
 using MacroTable = QMap<QString, QString>;
 
 /// Expands references of the form "$(Name)" in texts. "$(Name:text)" gives the text where the name is
-/// unknown, and
-/// "$(Name::text)" gives it without looking at it again. It fails at nothing: what cannot be resolved stays.
+/// unknown, and "$(Name::text)" gives it without looking at it again. It fails at nothing: what cannot be
+/// resolved stays.
 class MacroEngine {
 public:
     /// A text of nested references is expanded again until a pass changes nothing, at most so often,
