@@ -67,7 +67,7 @@ void ExportBuilder::run(const QString& workingDirectory, const QStringList& argu
 
 QString ExportBuilder::program(const QString& name) const {
     const QString installed = installedToolPath(name);
-    const QString path = installed.isEmpty() ? name : installed;
+    QString path = installed.isEmpty() ? name : installed;
     if (!path.contains(u' ')) return path;
     return u'"' + (isMakefile() ? path : QDir::toNativeSeparators(path)) + u'"';
 }
