@@ -3,7 +3,7 @@
 set -eu
 cd "$(dirname "$0")"
 scripts/build-packages
-scripts/packages libgtest-dev libgmock-dev googletest binutils srecord
+scripts/packages libgtest-dev libgmock-dev googletest binutils make srecord
 cmake --preset sanitize
 cmake --build --preset sanitize
 ctest --preset sanitize "$@"
