@@ -44,4 +44,9 @@ Value Parser::call(Symbol&, const std::vector<Value>&) { refuse("function callin
 Value Parser::slice(Symbol&, std::uint64_t, std::uint64_t) { refuse("cannot array slice"); }
 // clang-format on
 
+SimpleExpressionParser& simpleExpressionParser() {
+    static SimpleExpressionParser parser;
+    return parser;
+}
+
 }  // namespace expressions

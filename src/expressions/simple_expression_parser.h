@@ -31,4 +31,7 @@ public:
     Value slice(Symbol& symbol, std::uint64_t start, std::uint64_t stop) override;
 };
 
+/// The one parser of this class that the process shares; made at its first use.
+SimpleExpressionParser& simpleExpressionParser();
+
 }  // namespace expressions

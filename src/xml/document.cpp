@@ -4,6 +4,7 @@
 #include "xml/writer.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <utility>
 #include <vector>
@@ -145,6 +146,13 @@ bool XMLDocument::parseText(const QByteArray& text) {
 
 bool QXMLDocument::parse(const QString& path) {
     return parseFile(QFile::encodeName(path));
+}
+
+bool QXMLDocument::parseRegularFile(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isFile() && file.size() <= maxFileSize) return parse(path);
+    setError("couldn't read " + QFile::encodeName(path));
+    return false;
 }
 
 bool XMLDocument::save(QIODevice& device, int indent, int wrapColumn) {

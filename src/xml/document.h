@@ -72,6 +72,11 @@ public:
     using XMLDocument::parse;
     using XMLDocument::XMLDocument;
     bool parse(const QString& path);
+    /// The same for a file that others name: what is no regular file may never end, and what is longer than
+    /// `maxFileSize` would fill the memory, so neither can be read.
+    bool parseRegularFile(const QString& path);
+
+    static constexpr qint64 maxFileSize = qint64{1} << 30;
 };
 
 }  // namespace xml

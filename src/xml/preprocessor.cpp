@@ -426,7 +426,7 @@ private:
     }
 
     XMLPP2& document_;
-    expressions::SimpleExpressionParser parser_;
+    expressions::SimpleExpressionParser& parser_ = expressions::simpleExpressionParser();
     std::vector<Level> open_;
     qsizetype expandedLength_ = 0;
     qsizetype macrosCopied_ = 0;
