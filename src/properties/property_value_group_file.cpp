@@ -1,0 +1,113 @@
+#include "properties/property_value_group_file.h"
+
+#include "project/base/macro_engine.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace properties {
+
+namespace {
+
+/// Each subdirectory of these can hold the groups of a library.
+constexpr const char* libraryRoots[] = {
+    "$(PackagesDir)/libraries",
+    "$(AtelisDir)/targets",
+    "$(AtelisDir)/samples",
+};
+const QString libraryFileName = QStringLiteral("propertyGroups.xml");
+
+QDateTime timeOf(const QString& path) {
+    return QFileInfo(path).lastModified();
+}
+
+}  // namespace
+
+PropertyValueGroupFile::~PropertyValueGroupFile() = default;
+
+bool PropertyValueGroupFile::load(bool isLibrary) {
+    if (!parseRegularFile(path_)) return false;
+    processConditionals(path_, {}, false);
+    lastModified_ = timeOf(path_);
+    if (!root()) return false;
+    for (const xml::XMLNode* node = root()->firstChild(); node; node = node->nextSibling()) {
+        const xml::XMLElement* const element = xml::asElement(node);
+        if (!element) break;
+        if (element->tagName() != "group") continue;
+        classes_.push_back(std::make_unique<PropertyValueGroupClass>(*element, isLibrary));
+        groups_.append(classes_.back().get());
+    }
+    return true;
+}
+
+void PropertyValueGroupFile::addLibrary(std::unique_ptr<PropertyValueGroupFile> library) {
+    groups_ += library->groups_;
+    libraries_.push_back(std::move(library));
+}
+
+const PropertyValueGroupClass* PropertyValueGroupFile::find(const QString& key) const {
+    const auto place = std::find_if(groups_.begin(), groups_.end(),
+                                    [&](const PropertyValueGroupClass* group) { return group->name == key; });
+    return place == groups_.end() ? nullptr : *place;
+}
+
+bool PropertyValueGroupFile::isUpToDate() const {
+    return timeOf(path_) == lastModified_;
+}
+
+PropertyValueGroupFile* PropertyValueGroupFiles::find(const QString& path) {
+    if (path.isEmpty() || path == u"None") {
+        if (!none_) none_ = std::make_unique<PropertyValueGroupFile>(QString());
+        return none_.get();
+    }
+    if (PropertyValueGroupFile* const file = known(path)) return file;
+    const QDateTime time = timeOf(path);
+    const auto failure = unreadable_.find(path);
+    if (failure != unreadable_.end() && *failure == time) return nullptr;
+    auto file = std::make_unique<PropertyValueGroupFile>(path);
+    if (!file->load(false)) {
+        unreadable_.insert(path, time);
+        return nullptr;
+    }
+    unreadable_.remove(path);
+    addLibraries(*file);
+    files_.push_back(std::move(file));
+    return files_.back().get();
+}
+
+void PropertyValueGroupFiles::clear() {
+    none_.reset();
+    files_.clear();
+    outdated_.clear();
+    unreadable_.clear();
+}
+
+/// The file when it has been read and is up to date, else null.
+PropertyValueGroupFile* PropertyValueGroupFiles::known(const QString& path) {
+    const auto place =
+        std::find_if(files_.begin(), files_.end(), [&](const auto& file) { return file->path() == path; });
+    if (place == files_.end()) return nullptr;
+    if ((*place)->isUpToDate()) return place->get();
+    outdated_.push_back(std::move(*place));
+    files_.erase(place);
+    return nullptr;
+}
+
+void PropertyValueGroupFiles::addLibraries(PropertyValueGroupFile& file) {
+    if (!project::macroEngine) return;
+    for (const char* root : libraryRoots) {
+        const QDir directory(project::macroEngine->expandGlobal(QString::fromLatin1(root)));
+        for (const QString& name : directory.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            addLibrary(file, directory.filePath(name) + u'/' + libraryFileName);
+    }
+}
+
+void PropertyValueGroupFiles::addLibrary(PropertyValueGroupFile& file, const QString& path) {
+    if (path == file.path() || !QFileInfo::exists(path) || known(path)) return;
+    auto library = std::make_unique<PropertyValueGroupFile>(path);
+    if (library->load(true)) file.addLibrary(std::move(library));
+}
+
+}  // namespace properties
