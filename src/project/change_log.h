@@ -52,6 +52,11 @@ public:
              const QString& configuration, const QString& oldText, bool nodeWasModified,
              bool configurationWasModified);
     void clear();
+    /// Drops the records of classes that satisfy `isGone`.
+    template <typename Test>
+    void removeIf(Test isGone) {
+        std::erase_if(records_, [&](const ChangeRecord& record) { return isGone(record.class_); });
+    }
 
     std::size_t size() const { return records_.size(); }
     bool isEmpty() const { return records_.empty(); }

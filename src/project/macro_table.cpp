@@ -1,6 +1,7 @@
 // The macros of a node, and texts expanded with them.
 #include "project/base/macro_engine.h"
 #include "project/project_system.h"
+#include "project/property_groups.h"
 
 #include <algorithm>
 
@@ -67,6 +68,7 @@ MacroTable ProjectSystem::macroTable(ProjectElement* node, const QString& config
     table.insert(QStringLiteral("EXE"), executableExtension());
     table.insert(QStringLiteral("LIB"), libraryExtension());
     table.insert(QStringLiteral("PackageExt"), QStringLiteral("qxPackage"));
+    if (node) addGroupMacros(*node, configuration, table);
     addMacros(node, configuration, table);
 
     // Each of these can use those before it.
@@ -95,6 +97,11 @@ QString ProjectSystem::expandMacros(ProjectElement* node, const QString& configu
 
 QString ProjectSystem::expandGlobalMacros(const QString& text) const {
     return expandWith({}, text);
+}
+
+QString ProjectSystem::expandedFilePath(ProjectElement* node, const PropertyClass* propertyClass,
+                                        const QString& configuration) {
+    return projectFilePath(*this, node, expandProperty(node, propertyClass, configuration));
 }
 
 QStringList ProjectSystem::expandMacroList(ProjectElement* node, const QString& configuration,

@@ -23,6 +23,7 @@ void ProjectSystem::closeSolution() {
     solution_.reset();
     leftOpen_.clear();
     changeLog_.clear();
+    propertyGroupFiles_.clear();
     solutionFileName_.clear();
     templatesFile_ = defaultTemplatesFile_;
 }

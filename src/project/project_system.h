@@ -11,6 +11,7 @@
 #include "project/solution_loader.h"
 #include "project/solution_saver.h"
 #include "properties/build_kind.h"
+#include "properties/property_value_group_file.h"
 #include "properties/schema.h"
 
 #include <QByteArray>
@@ -136,7 +137,29 @@ public:
     /// The file into which a compiler writes what an object depends on.
     virtual QString dependencyFileName(ProjectElement* node, const QString& configuration,
                                        const QString& objectName, bool absolute);
+    /// Brings the tool options of the node's project into the schema, unless they are there; see
+    /// properties/tool_description.h. Options that users put into a list by hand move to their own
+    /// properties.
     virtual void loadToolDescriptions(ProjectElement* node, const QString& configuration);
+
+    // --- Property groups (property_groups.h) ---
+
+    /// The property groups file of the node, or null when it can't be read; owned by the engine.
+    properties::PropertyValueGroupFile* propertyGroupFile(ProjectElement* node, const QString& configuration);
+    /// The elements of a tag inside the groups that are chosen for the node, in file order.
+    QList<const xml::XMLElement*> propertyGroupElements(ProjectElement* node, const QString& configuration,
+                                                        const QByteArray& tag);
+    /// The class of a key at a node: of the schema, of the project's tool description, or of its property
+    /// groups file. Null when there is none.
+    const PropertyClass* propertyClassAt(ProjectElement* node, const QString& configuration,
+                                         const QString& key);
+
+    // --- What a view offers (property_lists.cpp) ---
+
+    /// The tool options that apply to the node and the properties of the node itself.
+    PropertyValueList nodePropertyValues(ProjectElement* node, const QString& configuration);
+    /// What one configuration child of the node stores.
+    PropertyValueList storedPropertyValues(ProjectElement* node, ProjectElement* configurationChild);
 
     // --- Building the tree ---
 
@@ -159,6 +182,14 @@ public:
     std::optional<Refusal> rename(ProjectElement* node, const QString& newName);
     /// Stores a value on the node itself, not in a configuration. A null node is ignored.
     void setElementAttribute(ProjectElement* node, const QString& name, const QString& value);
+    /// Fills a dynamic folder from the disk; see dynamic_folder.h.
+    void populateDynamicFolder(ProjectElement* folder);
+    /// Makes `folder` a dynamic folder of that description (lists are joined by ";") and fills it afresh:
+    /// its children go, but for its configurations.
+    void setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter, bool recurse,
+                          const QString& exclude);
+    /// Makes a dynamic folder a plain one that keeps what it found, and with `recursive` those below it.
+    void clearDynamicFolder(ProjectElement* folder, bool recursive);
     /// Rebuilds the tables of project and solution names.
     void rebuildProjectMaps(Progress* progress = nullptr);
 
@@ -225,6 +256,10 @@ public:
     QStringList expandMacroList(ProjectElement* node, const QString& configuration, const QStringList& list);
     /// `text` with the macros of the user and the environment alone.
     QString expandGlobalMacros(const QString& text) const;
+    /// The value in force as the path of a file: macros expanded, a relative name taken from the working
+    /// directory if there is such a file, else from the directory of the project. Empty when no value is set.
+    QString expandedFilePath(ProjectElement* node, const PropertyClass* propertyClass,
+                             const QString& configuration);
     QString expandProperty(ProjectElement* node, const PropertyClass* propertyClass,
                            const QString& configuration);
     /// The same with further macros, which overrule those of the node.
@@ -284,8 +319,20 @@ Q_SIGNALS:
     void propertyChanged(project::ProjectElement* node, QString configuration,
                          const properties::PropertyClass* propertyClass);
 
+protected:
+    /// Drops the records of the change log whose class satisfies `isGone`.
+    template <typename Test>
+    void forgetChanges(Test isGone) {
+        changeLog_.removeIf(isGone);
+    }
+
 private:
     QString expandWith(const MacroTable& table, const QString& text) const;
+    void addGroupMacros(ProjectElement& node, const QString& configuration, MacroTable& table);
+    void expandTemplatedProjects(TemplateNotFoundErrorHandler* handler, Progress* progress);
+    void populateDynamicFolders(Progress* progress);
+    /// What the load made of the tree counts as what is stored.
+    void markClean();
     void recordChange(ProjectElement* node, const PropertyClass* propertyClass, const QString& configuration,
                       const QString& oldText, bool nodeWasModified, bool configurationWasModified);
 
@@ -301,6 +348,7 @@ private:
     QList<ProjectElement*> templatedNodes_;  ///< of the last load, to be expanded
     QList<ProjectElement*> dynamicFolders_;  ///< of the last load, to be filled
     QDateTime loadTime_;
+    properties::PropertyValueGroupFiles propertyGroupFiles_;
     ChangeLog changeLog_;
     QByteArray saveErrorText_;
 };

@@ -1,6 +1,7 @@
 #include "project/property_value.h"
 
 #include "project/project_system.h"
+#include "project/property_groups.h"
 #include "support/log.h"
 
 #include <algorithm>
@@ -14,13 +15,6 @@ namespace {
 
 QString textOf(const xml::XMLElement& element, const char* attribute) {
     return QString::fromUtf8(element.attribute(attribute));
-}
-
-/// Visits the children that are elements.
-template <typename Visit>
-void forEachChild(const xml::XMLElement& parent, Visit visit) {
-    for (const xml::XMLNode* node = parent.firstChild(); node; node = node->nextSibling())
-        if (const xml::XMLElement* element = xml::asElement(node)) visit(*element);
 }
 
 /// "name=value", or whichever of the two the element has, in HTML.
@@ -113,20 +107,12 @@ std::unique_ptr<PropertyValue> PropertyValueGroupValue::clone() const {
     return std::make_unique<PropertyValueGroupValue>(groupClass_, configuration_, node_);
 }
 
-const xml::XMLElement* PropertyValueGroupValue::groupNamed(const QString& name) const {
-    const xml::XMLElement* found = nullptr;
-    forEachChild(*groupClass_->element(), [&](const xml::XMLElement& entry) {
-        if (!found && entry.tagName() == "groupEntry" && textOf(entry, "name") == name) found = &entry;
-    });
-    return found;
-}
-
 QString PropertyValueGroupValue::helpText() const {
     QString help = ProjectPropertyValue::helpText();
-    const xml::XMLElement* const group = groupNamed(value());
+    const xml::XMLElement* const group = chosenEntry(*groupClass_, value());
     if (!group || !group->firstChild()) return help;
     help += u"<ul>";
-    forEachChild(*group, [&](const xml::XMLElement& entry) {
+    forEachChildElement(*group, [&](const xml::XMLElement& entry) {
         help +=
             QStringLiteral("<li><b>%1</b> ").arg(QString::fromUtf8(entry.tagName())) + assignmentText(entry);
         if (entry.hasAttribute("configuration"))
@@ -138,13 +124,13 @@ QString PropertyValueGroupValue::helpText() const {
 
 void PropertyValueGroupValue::setValue(const QString& text) {
     QString choice = text;
-    const xml::XMLElement* group = groupNamed(choice);
+    const xml::XMLElement* group = chosenEntry(*groupClass_, choice);
     if (!group) {
         choice = propertyClass()->defaultValue;
-        group = groupNamed(choice);
+        group = chosenEntry(*groupClass_, choice);
     }
     if (group) {
-        forEachChild(*group, [this](const xml::XMLElement& entry) {
+        forEachChildElement(*group, [this](const xml::XMLElement& entry) {
             if (entry.tagName() == "property") applyProperty(entry);
             if (entry.tagName() == "file") applyFile(entry);
         });
@@ -176,9 +162,9 @@ void PropertyValueGroupValue::applyFile(const xml::XMLElement& entry) {
 
 void PropertyValueGroupValue::clear() {
     projectSystem->clearPropertyValue(node_, propertyClass(), configuration_);
-    const xml::XMLElement* const group = groupNamed(propertyClass()->defaultValue);
+    const xml::XMLElement* const group = chosenEntry(*groupClass_, propertyClass()->defaultValue);
     if (!group) return;
-    forEachChild(*group, [this](const xml::XMLElement& entry) {
+    forEachChildElement(*group, [this](const xml::XMLElement& entry) {
         const PropertyClass* const target = projectSystem->schema().find(textOf(entry, "name"));
         if (entry.tagName() != "property" || !target) return;
         projectSystem->clearPropertyValue(

@@ -119,7 +119,6 @@ public:
     void clear();
 
 private:
-    const xml::XMLElement* groupNamed(const QString& name) const;
     void applyProperty(const xml::XMLElement& entry);
     void applyFile(const xml::XMLElement& entry);
 

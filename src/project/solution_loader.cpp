@@ -88,7 +88,12 @@ private:
     QStringList& stack_;
 };
 
-void markClean(ProjectElement& root) {
+void checkNames(ProjectElement& root, const QString& fileName) {
+    if (mappedNamesLength(root) > SolutionLoader::maxNamesLength)
+        throw SolutionLoadError(fileName, fileName + QStringLiteral(" has too many long names"));
+}
+
+void clearModified(ProjectElement& root) {
     forEachElement(root, [](ProjectElement& node) { node.modified = false; });
 }
 
@@ -132,7 +137,7 @@ std::unique_ptr<ProjectElement> SolutionLoader::loadFile(const QString& baseDire
     const QString currentVersion = QStringLiteral("2");
     if (root->attributes.value(keys::version) != currentVersion)
         root->attributes.insert(keys::version, currentVersion);
-    markClean(*root);
+    clearModified(*root);
     enterEnvironment(*root);
     return root;
 }
@@ -297,17 +302,20 @@ std::unique_ptr<ProjectElement> ProjectSystem::loadSolutionFile(
 }
 
 void ProjectSystem::loadSolution(const QString& fileName, ProjectFileNotFoundErrorHandler* notFoundHandler,
-                                 TemplateNotFoundErrorHandler*, Progress* progress, bool checkTarget) {
+                                 TemplateNotFoundErrorHandler* templateHandler, Progress* progress,
+                                 bool checkTarget) {
     closeSolution();
     try {
         solution_ = loadSolutionFile(QString(), fileName, notFoundHandler, progress, QString());
         if (checkTarget) project::checkTarget(*solution_, targetNumber(), fileName);
-        if (mappedNamesLength(*solution_) > SolutionLoader::maxNamesLength)
-            throw SolutionLoadError(fileName, fileName + QStringLiteral(" has too many long names"));
+        checkNames(*solution_, fileName);
+        expandTemplatedProjects(templateHandler, progress);
+        checkNames(*solution_, fileName);
         {
             const ProgressLevel level(progress, QStringLiteral("Mapping project information"), 0);
             rebuildProjectMaps(progress);
         }
+        populateDynamicFolders(progress);
         afterLoad();
     } catch (...) {
         closeSolution();
@@ -316,6 +324,11 @@ void ProjectSystem::loadSolution(const QString& fileName, ProjectFileNotFoundErr
     solutionFileName_ = fileName;
     loadTime_ = QDateTime::currentDateTime();
     Q_EMIT solutionLoaded();
+}
+
+void ProjectSystem::markClean() {
+    clearModified(*solution_);
+    changeLog_.clear();
 }
 
 ProjectElement* ProjectSystem::insertSolutionLink(ProjectElement* solution, const QString& fileName,

@@ -1,5 +1,7 @@
 #include "project/standard_project_system.h"
 
+#include "project/property_groups.h"
+#include "project/tool_option_migration.h"
 #include "properties/lists.h"
 
 #include <QFileInfo>
@@ -9,7 +11,8 @@ namespace project {
 StandardProjectSystem::StandardProjectSystem(const QString& genericOptionsFile,
                                              const QStringList& loadFileFormats,
                                              const QString& defaultTemplatesFile)
-    : ProjectSystem(properties::fileTypes(), properties::projectTypes(), defaultTemplatesFile) {
+    : ProjectSystem(properties::fileTypes(), properties::projectTypes(), defaultTemplatesFile),
+      toolDescription_(schema()) {
     schema().addToolRows(loadFileFormats, genericOptionsFile);
 }
 
@@ -42,11 +45,51 @@ QString searchBase(ProjectElement& node, const QString& configuration) {
     return node.directory;
 }
 
+void appendSegments(const expressions::MemoryMap& map, QList<MemorySegment>& segments) {
+    for (const expressions::MemoryMapElement* element : map.memorySegments(true)) {
+        if (element->size == 0) continue;
+        const auto access = static_cast<MemorySegment::Access>(expressions::accessOf(*element));
+        segments.append({element->start, element->start + element->size - 1, access, 0,
+                         QString::fromUtf8(element->attribute("name"))});
+    }
+}
+
 }  // namespace
+
+void StandardProjectSystem::closeSolution() {
+    ProjectSystem::closeSolution();
+    toolDescription_.unload();
+}
+
+void StandardProjectSystem::loadToolDescriptions(ProjectElement* node, const QString& configuration) {
+    ProjectElement* const project = node ? node->enclosingProject() : nullptr;
+    if (!project) return;
+    const QString path =
+        expandedFilePath(project, schema().tools.build_generic_options_file_name, configuration);
+    if (path == toolDescription_.path()) return;
+    forgetChanges([this](const PropertyClass* changed) { return toolDescription_.owns(changed); });
+    ToolOptionMigration migration(*this, *project, configuration);
+    toolDescription_.load(path,
+                          [&](const auto& option, const auto& tool) { migration.migrate(option, tool); });
+    migration.storeBackups();
+}
+
+expressions::MemoryMap* StandardProjectSystem::memoryMap(const QString& path, const QString& macros,
+                                                         bool preProcess) {
+    return memoryMaps_.memoryMap(path, macros, preProcess);
+}
 
 bool StandardProjectSystem::memorySegments(ProjectElement* node, const QString& configuration,
                                            QList<MemorySegment>& segments) {
     if (!node) return false;
+    const QString mapFile = expandedFilePath(node, schema().tools.linker_memory_map_file, configuration);
+    if (!mapFile.isEmpty()) {
+        const QString macros = expandProperty(node, schema().tools.linker_memory_map_macros, configuration);
+        if (const expressions::MemoryMap* const map = memoryMap(mapFile, macros, true)) {
+            appendSegments(*map, segments);
+            return true;
+        }
+    }
     const QString text =
         expandProperty(node, schema().tools.linker_section_placements_segments, configuration);
     const QStringList entries = text.split(u';', Qt::SkipEmptyParts);
@@ -63,13 +106,16 @@ QString StandardProjectSystem::locateFile(const QString& directory, const QStrin
     if (!directory.isNull() && isReadableFile(directory + u'/' + file)) return directory + u'/' + file;
     if (!node) return {};
     const QString base = searchBase(*node, configuration);
-    for (const PropertyClass* directories :
-         {schema().tools.c_user_include_directories, schema().tools.c_system_include_directories}) {
-        const QString list = expandProperty(node, directories, configuration);
-        for (const QString& entry : list.split(u';', Qt::SkipEmptyParts)) {
-            QString path = (isAbsolutePath(entry) ? entry : base + u'/' + entry) + u'/' + file;
-            if (isReadableFile(path)) return path;
-        }
+    const auto valueOf = [&](const PropertyClass* directories) {
+        return expandProperty(node, directories, configuration).split(u';', Qt::SkipEmptyParts);
+    };
+    QStringList directories = valueOf(schema().tools.c_user_include_directories);
+    for (const xml::XMLElement* include : propertyGroupElements(node, configuration, "cinclude"))
+        directories += expandMacros(node, configuration, QString::fromUtf8(include->attribute("value")));
+    directories += valueOf(schema().tools.c_system_include_directories);
+    for (const QString& entry : std::as_const(directories)) {
+        QString path = (isAbsolutePath(entry) ? entry : base + u'/' + entry) + u'/' + file;
+        if (isReadableFile(path)) return path;
     }
     return QStringLiteral("");
 }
@@ -143,18 +189,11 @@ void StandardProjectSystem::addMacros(ProjectElement*, const QString&, MacroTabl
                  macroEngine->expand(table, QStringLiteral("$(AtelisDir)/llvm/bin/clang-tidy"), true, true));
 }
 
-void StandardProjectSystem::addCCompilerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addCppCompilerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addAssemblerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addLinkerProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addArchiverProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addProjectTypeProperties(ProjectElement*, const QString&, PropertyClassList&,
-                                                     const QString&) {}
-void StandardProjectSystem::addDebugProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-void StandardProjectSystem::addHostProperties(ProjectElement*, const QString&, PropertyClassList&) {}
-
-expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement*, const QString&) {
-    return nullptr;
+expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement* node,
+                                                                   const QString& configuration) {
+    if (!node) return nullptr;
+    const QString file = expandedFilePath(node, schema().tools.debug_register_definition_file, configuration);
+    return file.isEmpty() ? nullptr : memoryMap(file, QString(), true);
 }
 bool StandardProjectSystem::hostToolPredicate() {
     return false;

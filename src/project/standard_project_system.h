@@ -1,10 +1,8 @@
 #pragma once
 
+#include "expressions/memorymap/memory_map_cache.h"
 #include "project/project_system.h"
-
-namespace expressions {
-class MemoryMap;
-}
+#include "properties/tool_description.h"
 
 namespace project {
 
@@ -20,6 +18,8 @@ public:
                           const QString& defaultTemplatesFile);
     ~StandardProjectSystem() override;
 
+    void closeSolution() override;
+    PropertyValueList propertyValues(ProjectElement* node, const QString& configuration) override;
     bool memorySegments(ProjectElement* node, const QString& configuration,
                         QList<MemorySegment>& segments) override;
     QString locateFile(const QString& directory, const QString& file, ProjectElement* node,
@@ -36,6 +36,12 @@ public:
                                  const QString& fileName) override;
     /// Adds the path of the static analyzer, unless a table has it.
     void addMacros(ProjectElement* node, const QString& configuration, MacroTable& table) override;
+    void loadToolDescriptions(ProjectElement* node, const QString& configuration) override;
+
+    /// The tool options in force, of the project for which they were loaded last.
+    const properties::ToolDescription& toolDescription() const { return toolDescription_; }
+    /// The memory map of a file, or null when it can't be read; see MemoryMapCache.
+    expressions::MemoryMap* memoryMap(const QString& path, const QString& macros, bool preProcess);
 
     // --- What a view offers: each appends the classes of its tool ---
 
@@ -54,6 +60,8 @@ public:
                                           PropertyClassList& classes, const QString& projectType);
     virtual void addDebugProperties(ProjectElement* node, const QString& configuration,
                                     PropertyClassList& classes);
+    /// The options of the C++ compiler, for a project that has C++ files.
+    void addCppProjectOptions(ProjectElement* node, const QString& configuration, PropertyClassList& classes);
     virtual void addHostProperties(ProjectElement* node, const QString& configuration,
                                    PropertyClassList& classes);
 
@@ -102,6 +110,10 @@ public:
     virtual bool hasDefaultLinkerScript(ProjectElement* node, const QString& configuration, QString& out);
     /// Whether the subtree holds a C++ file that is not excluded from the build.
     virtual bool isCppProject(ProjectElement* node, const QString& configuration);
+
+private:
+    properties::ToolDescription toolDescription_;
+    expressions::MemoryMapCache memoryMaps_;
 };
 
 }  // namespace project

@@ -1,0 +1,229 @@
+#include "project/dynamic_folder.h"
+
+#include "project/project_system.h"
+#include "project/tree_walk.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QRegExp>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace project {
+
+namespace dynamicFolderKeys {
+const QString path = QStringLiteral("path");
+const QString filter = QStringLiteral("filter");
+const QString recurse = QStringLiteral("recurse");
+const QString exclude = QStringLiteral("exclude");
+}  // namespace dynamicFolderKeys
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A list of wildcards, of which a whole name is to match one.
+class Wildcards {
+public:
+    explicit Wildcards(const QString& list) {
+        for (const QString& entry : list.split(u';', Qt::SkipEmptyParts))
+            patterns_.emplace_back(entry, Qt::CaseSensitive, QRegExp::Wildcard);
+    }
+    bool isEmpty() const { return patterns_.empty(); }
+    bool matches(const QString& name) const {
+        return std::any_of(patterns_.begin(), patterns_.end(),
+                           [&](const QRegExp& pattern) { return pattern.exactMatch(name); });
+    }
+
+private:
+    std::vector<QRegExp> patterns_;
+};
+
+/// A file or subdirectory as its directory lists it.
+struct Entry {
+    QString name;
+    QString sortKey;
+    bool isDirectory;
+    bool isLink;
+};
+
+/// The files, and with `withDirectories` the subdirectories, in the order of their names without regard to
+/// case. Pipes, devices and links to nowhere are neither.
+std::vector<Entry> listDirectory(const QString& directory, bool withDirectories) {
+    std::vector<Entry> entries;
+    std::error_code error;
+    fs::directory_iterator place(QFile::encodeName(directory).toStdString(), error);
+    for (; !error && place != fs::directory_iterator(); place.increment(error)) {
+        std::error_code failure;
+        const bool isDirectory = place->is_directory(failure);
+        if (isDirectory ? !withDirectories : !place->is_regular_file(failure)) continue;
+        const QString name = QFile::decodeName(place->path().filename().c_str());
+        entries.push_back({name, name.toLower(), isDirectory, isDirectory && place->is_symlink(failure)});
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
+        return std::tie(a.sortKey, a.name) < std::tie(b.sortKey, b.name);
+    });
+    return entries;
+}
+
+/// A directory on the way from the one that an entry names, known by its canonical path.
+struct OpenDirectory {
+    std::shared_ptr<const OpenDirectory> parent;
+    QString canonicalPath;
+
+    bool isOpen(const QString& path) const {
+        const OpenDirectory* each = this;
+        while (each && each->canonicalPath != path) each = each->parent.get();
+        return each != nullptr;
+    }
+};
+
+/// A directory that is still to be listed into its folder.
+struct PendingDirectory {
+    ProjectElement* folder;
+    QString path;
+    QString writtenPath;  ///< as the description spells it
+    std::shared_ptr<const OpenDirectory> canonical;
+};
+
+class Scanner {
+public:
+    explicit Scanner(ProjectElement& folder)
+        : folder_(folder),
+          filters_(folder.attributes.value(dynamicFolderKeys::filter)),
+          excludes_(folder.attributes.value(dynamicFolderKeys::exclude)),
+          recurse_(folder.attributes.value(dynamicFolderKeys::recurse) == u"Yes") {}
+
+    void scanAll() {
+        const QString path = folder_.attributes.value(dynamicFolderKeys::path);
+        for (const QString& entry : path.split(u';', Qt::SkipEmptyParts)) scanEntry(entry);
+    }
+
+private:
+    void scanEntry(const QString& entry) {
+        QString path = projectSystem->expandGlobalMacros(entry);
+        if (!isAbsolutePath(path))
+            path.prepend(projectSystem->projectDirectoryOf(folder_.enclosingProject()) + u'/');
+        const QFileInfo file(path);
+        if (!file.isDir()) {
+            if (file.exists()) add(folder_, path);
+            return;
+        }
+        pending_.push_back({&folder_, path, entry, open(nullptr, file.canonicalFilePath())});
+        while (!pending_.empty() && nodes_ < maxScannedNodes) {
+            const PendingDirectory directory = std::move(pending_.back());
+            pending_.pop_back();
+            scan(directory);
+        }
+    }
+
+    void scan(const PendingDirectory& directory) {
+        const std::size_t first = pending_.size();
+        QHash<QString, ProjectElement*> folders;
+        for (ProjectElement* folder : std::as_const(directory.folder->folders))
+            if (!folders.contains(folder->elementName())) folders.insert(folder->elementName(), folder);
+        for (const Entry& entry : listDirectory(directory.path, recurse_)) {
+            if (++nodes_ > maxScannedNodes) return;
+            const bool isFiltered =
+                !entry.isDirectory && !filters_.isEmpty() && !filters_.matches(entry.name);
+            if (isFiltered || excludes_.matches(entry.name)) continue;
+            if (entry.isDirectory) {
+                enter(directory, entry, folders[entry.name]);
+            } else {
+                add(*directory.folder, directory.writtenPath + u'/' + entry.name);
+            }
+        }
+        // The stack gives the last one first.
+        std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
+    }
+
+    /// Finds or adds the folder of a subdirectory and leaves the subdirectory for later.
+    void enter(const PendingDirectory& directory, const Entry& entry, ProjectElement*& folder) {
+        const QString path = directory.path + u'/' + entry.name;
+        const QString canonical = entry.isLink ? QFileInfo(path).canonicalFilePath()
+                                               : directory.canonical->canonicalPath + u'/' + entry.name;
+        if (!folder) folder = projectSystem->addFolder(directory.folder, entry.name, QString());
+        const QString writtenPath = directory.writtenPath + u'/' + entry.name;
+        folder->canModify = false;
+        projectSystem->setElementAttribute(folder, dynamicFolderKeys::path, writtenPath);
+        if (entry.isLink && directory.canonical->isOpen(canonical)) return;
+        pending_.push_back({folder, path, writtenPath, open(directory.canonical, canonical)});
+    }
+
+    static void add(ProjectElement& folder, const QString& fileName) {
+        projectSystem->addFile(&folder, fileName)->canModify = false;
+    }
+
+    static std::shared_ptr<const OpenDirectory> open(const std::shared_ptr<const OpenDirectory>& parent,
+                                                     const QString& canonicalPath) {
+        return std::make_shared<const OpenDirectory>(OpenDirectory{parent, canonicalPath});
+    }
+
+    ProjectElement& folder_;
+    const Wildcards filters_;
+    const Wildcards excludes_;
+    const bool recurse_;
+    std::vector<PendingDirectory> pending_;
+    int nodes_ = 0;
+};
+
+void makePlain(ProjectElement& folder) {
+    for (const QString& key : {dynamicFolderKeys::path, dynamicFolderKeys::filter, dynamicFolderKeys::recurse,
+                               dynamicFolderKeys::exclude})
+        folder.attributes.remove(key);
+    folder.modified = true;
+    folder.canModify = true;
+    for (ProjectElement* child = folder.firstChildElement(); child; child = child->nextSiblingElement())
+        if (child->isFile()) child->canModify = true;
+}
+
+}  // namespace
+
+void scanDynamicFolder(ProjectElement& folder) {
+    Scanner(folder).scanAll();
+}
+
+void ProjectSystem::populateDynamicFolders(Progress* progress) {
+    if (dynamicFolders_.isEmpty()) return;
+    {
+        const ProgressLevel level(progress, QStringLiteral("Populating dynamic folders"), 3);
+        for (ProjectElement* folder : std::exchange(dynamicFolders_, {})) {
+            if (progress) progress->line(QStringLiteral("Populating folder"));
+            if (folder->isFolder()) populateDynamicFolder(folder);
+        }
+    }
+    markClean();
+}
+
+void ProjectSystem::populateDynamicFolder(ProjectElement* folder) {
+    scanDynamicFolder(*folder);
+}
+
+void ProjectSystem::setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter,
+                                     bool recurse, const QString& exclude) {
+    setElementAttribute(folder, dynamicFolderKeys::path, path);
+    setElementAttribute(folder, dynamicFolderKeys::filter, filter);
+    setElementAttribute(folder, dynamicFolderKeys::recurse,
+                        recurse ? QStringLiteral("Yes") : QStringLiteral("No"));
+    setElementAttribute(folder, dynamicFolderKeys::exclude, exclude);
+    for (ProjectElement* child = folder->firstChildElement(); child;) {
+        ProjectElement* const next = child->nextSiblingElement();
+        if (!child->isConfiguration()) removeElement(child);
+        child = next;
+    }
+    populateDynamicFolder(folder);
+}
+
+void ProjectSystem::clearDynamicFolder(ProjectElement* top, bool recursive) {
+    forEachElement(*top, [&](ProjectElement& node) {
+        if (node.isFolder()) makePlain(node);
+        return node.isFolder() && recursive;
+    });
+}
+
+}  // namespace project

@@ -1,0 +1,111 @@
+#include "project/property_groups.h"
+
+#include "project/project_system.h"
+
+#include <QFileInfo>
+
+namespace project {
+
+namespace {
+
+using properties::PropertyValueGroupClass;
+using properties::PropertyValueGroupFile;
+
+QString textOf(const xml::XMLElement& element, const char* attribute) {
+    return QString::fromUtf8(element.attribute(attribute));
+}
+
+/// The conditions under which a "macro" element counts.
+class MacroConditions {
+public:
+    MacroConditions(ProjectSystem& engine, ProjectElement& node, const QString& configuration)
+        : engine_(engine), node_(node), configuration_(configuration) {}
+
+    bool hold(const xml::XMLElement& element) const { return holdsIn(element) && holdsFor(element); }
+
+private:
+    bool holdsIn(const xml::XMLElement& element) const {
+        if (!element.hasAttribute("configuration")) return true;
+        const QString wanted = textOf(element, "configuration");
+        return wanted == commonConfiguration || wanted == configuration_ ||
+               engine_.inheritedConfigurations(node_.enclosingSolution(), configuration_).contains(wanted);
+    }
+
+    bool holdsFor(const xml::XMLElement& element) const {
+        if (!element.hasAttribute("property") || !element.hasAttribute("property_value")) return true;
+        const PropertyClass* const property = engine_.schema().find(textOf(element, "property"));
+        return property &&
+               engine_.propertyValue(&node_, property, configuration_) == textOf(element, "property_value");
+    }
+
+    ProjectSystem& engine_;
+    ProjectElement& node_;
+    const QString& configuration_;
+};
+
+}  // namespace
+
+const xml::XMLElement* chosenEntry(const PropertyValueGroupClass& group, const QString& value) {
+    const xml::XMLElement* found = nullptr;
+    forEachChildElement(*group.element(), [&](const xml::XMLElement& entry) {
+        if (!found && entry.tagName() == "groupEntry" && textOf(entry, "name") == value) found = &entry;
+    });
+    return found;
+}
+
+QString projectFilePath(ProjectSystem& engine, ProjectElement* node, const QString& name) {
+    if (name.isEmpty() || name == u"None" || isAbsolutePath(name) || QFileInfo::exists(name)) return name;
+    return engine.projectDirectoryOf(node) + u'/' + name;
+}
+
+PropertyValueGroupFile* ProjectSystem::propertyGroupFile(ProjectElement* node, const QString& configuration) {
+    return propertyGroupFiles_.find(
+        expandedFilePath(node, schema().general.property_groups_file_path, configuration));
+}
+
+QList<const xml::XMLElement*> ProjectSystem::propertyGroupElements(ProjectElement* node,
+                                                                   const QString& configuration,
+                                                                   const QByteArray& tag) {
+    QList<const xml::XMLElement*> elements;
+    const PropertyValueGroupFile* const file = node ? propertyGroupFile(node, configuration) : nullptr;
+    if (!file) return elements;
+    for (const PropertyValueGroupClass* group : file->groups()) {
+        const xml::XMLElement* const entry = chosenEntry(*group, propertyValue(node, group, configuration));
+        if (!entry) continue;
+        forEachChildElement(*entry, [&](const xml::XMLElement& element) {
+            if (element.tagName() == tag) elements.append(&element);
+        });
+    }
+    return elements;
+}
+
+const PropertyClass* ProjectSystem::propertyClassAt(ProjectElement* node, const QString& configuration,
+                                                    const QString& key) {
+    loadToolDescriptions(node, configuration);
+    if (const PropertyClass* const found = schema().find(key)) return found;
+    const PropertyValueGroupFile* const file = node ? propertyGroupFile(node, configuration) : nullptr;
+    return file ? file->find(key) : nullptr;
+}
+
+/// The choices themselves and the macros of what they choose. The name of the file can only hold global
+/// macros here: those of the node are being made.
+void ProjectSystem::addGroupMacros(ProjectElement& node, const QString& configuration, MacroTable& table) {
+    const QString name =
+        expandGlobalMacros(propertyValue(&node, schema().general.property_groups_file_path, configuration));
+    if (name.isEmpty()) return;
+    const PropertyValueGroupFile* const file = propertyGroupFiles_.find(projectFilePath(*this, &node, name));
+    if (!file) return;
+    const MacroConditions conditions(*this, node, configuration);
+    for (const PropertyValueGroupClass* group : file->groups()) {
+        const QString value = propertyValue(&node, group, configuration);
+        table.insert(group->name, value);
+        const xml::XMLElement* const entry = chosenEntry(*group, value);
+        if (!entry) continue;
+        forEachChildElement(*entry, [&](const xml::XMLElement& element) {
+            if (element.tagName() == "macro" && conditions.hold(element))
+                table.insert(textOf(element, "name"), textOf(element, "value"));
+        });
+    }
+}
+
+}  // namespace project
