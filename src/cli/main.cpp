@@ -1,3 +1,4 @@
+#include "cli/add_command.h"
 #include "cli/build_command.h"
 #include "cli/configuration_command.h"
 #include "cli/eval_command.h"
@@ -8,11 +9,14 @@
 #include "cli/image_command.h"
 #include "cli/manifest_command.h"
 #include "cli/md5_command.h"
+#include "cli/memory_map_command.h"
 #include "cli/output.h"
 #include "cli/package_command.h"
 #include "cli/preprocess_command.h"
+#include "cli/properties_command.h"
 #include "cli/schema_command.h"
 #include "cli/script_command.h"
+#include "cli/segments_command.h"
 #include "cli/solution_command.h"
 #include "cli/threads_command.h"
 #include "cli/tree_command.h"
@@ -39,6 +43,7 @@ int run(int argc, char** argv) {
     cli::GlobalOptions globalOptions;
     cli::addGlobalOptions(app, globalOptions);
 
+    cli::addAddCommand(app, globalOptions, exitStatus);
     cli::addBuildCommand(app, globalOptions, exitStatus);
     cli::addConfigurationCommands(app, globalOptions, exitStatus);
     cli::addEvalCommand(app, exitStatus);
@@ -48,10 +53,13 @@ int run(int argc, char** argv) {
     cli::addImageCommand(app, exitStatus);
     cli::addManifestCommand(app, exitStatus);
     cli::addMd5Command(app, exitStatus);
+    cli::addMemoryMapCommand(app, globalOptions, exitStatus);
     cli::addPackageCommand(app, globalOptions, exitStatus);
     cli::addPreprocessCommand(app, globalOptions, exitStatus);
+    cli::addPropertiesCommand(app, globalOptions, exitStatus);
     cli::addSchemaCommand(app, exitStatus);
     cli::addScriptCommand(app, exitStatus);
+    cli::addSegmentsCommand(app, globalOptions, exitStatus);
     cli::addSolutionCommands(app, globalOptions, exitStatus);
     cli::addThreadsCommand(app, exitStatus);
     cli::addTreeCommand(app, globalOptions, exitStatus);
