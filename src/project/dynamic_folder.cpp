@@ -151,7 +151,7 @@ private:
         const QString writtenPath = directory.writtenPath + u'/' + entry.name;
         folder->canModify = false;
         projectSystem->setElementAttribute(folder, dynamicFolderKeys::path, writtenPath);
-        if (entry.isLink && directory.canonical->isOpen(canonical)) return;
+        if (directory.canonical->isOpen(canonical)) return;
         pending_.push_back({folder, path, writtenPath, open(directory.canonical, canonical)});
     }
 

@@ -1,6 +1,6 @@
 #include "project/solution_loader.h"
 
-#include "project/engine_fixture.h"
+#include "project/solution_fixture.h"
 #include "project/tree_walk.h"
 
 #include <QFileInfo>
@@ -32,24 +32,8 @@ public:
     std::string log;
 };
 
-class Solutions : public EngineTest {
+class Solutions : public SolutionTest {
 protected:
-    Solutions() { macroEngine = &macros; }
-    ~Solutions() override { macroEngine = nullptr; }
-
-    QString write(const char* name, const std::string& text) {
-        QFile file(directory.filePath(q(name)));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
-        return file.fileName();
-    }
-    QString writeSolution(const char* name, const std::string& body) {
-        return write(name, header + "<solution Name=\"" + QFileInfo(q(name)).baseName().toStdString() +
-                               "\" target=\"8\" version=\"2\"" + body);
-    }
-    void load(const char* name, Progress* progress = nullptr, bool checkTarget = true) {
-        engine.loadSolution(directory.filePath(q(name)), nullptr, nullptr, progress, checkTarget);
-    }
     /// The error of a load: the file without its directory, the line when there is one, and the message.
     std::string errorOf(const char* name) {
         try {
@@ -69,16 +53,6 @@ protected:
             text.erase(at, prefix.size());
         return text;
     }
-    /// Tag and name of each node, in brackets what is below it.
-    std::string shape() {
-        std::string text;
-        walkElements(
-            *engine.solution(), [&](ProjectElement& node) { text += node.elementName().toStdString() + "("; },
-            [&](ProjectElement&) { text += ")"; });
-        return text;
-    }
-
-    MacroEngine macros;
 };
 
 TEST_F(Solutions, AreReadIntoTheTree) {

@@ -1,0 +1,138 @@
+// The commands that tell what a project is described by: memory maps, segments, properties; and `add`.
+#include "cli/program.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace cli_test;
+
+class DescribeCommand : public testing::Test {
+protected:
+    struct Row {
+        const char* words;
+        int status;
+        const char* output;
+        const char* errors = "";
+    };
+
+    DescribeCommand() {
+        write("map.xml", R"(<!DOCTYPE Board_Memory_Definition_File>
+<root name="board">
+  <MemorySegment name="FLASH" start="0x08000000" size="0x10000" access="ReadOnly">
+    <ProgramSection name=".text" start="+0x100" size="16"/>
+  </MemorySegment>
+  <if RAM="big"><MemorySegment name="RAM" start="0x20000000" size="$(N)*2"/></if>
+  <MemorySegment name="none" start="1"/>
+</root>
+)");
+        write("bad.xml", "<root>\n</rot>");
+        write("regs.xml", "<!DOCTYPE Register_Definition_File><r/>");
+        write("s.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
+<solution Name="s" target="8" version="2">
+  <project Name="p">
+    <configuration Name="Common" linker_memory_map_file="map.xml" linker_memory_map_macros="RAM=big;N=8" />
+    <configuration Name="Common" project_type="Executable" />
+  </project>
+  <project Name="q">
+    <configuration Name="Common" linker_section_placements_segments="A RX 0x10 0x10;bad;B RW 32 1" project_type="Staging" />
+    <file file_name="a.c" />
+  </project>
+  <project Name="empty" />
+</solution>
+)");
+    }
+    void write(const char* name, const std::string& text) {
+        QFile file(directory.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+    }
+    std::string read(const char* name) {
+        QFile file(directory.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll().toStdString();
+    }
+    Outcome run(const std::string& words) { return atelis(words, directory.path().toStdString()); }
+    void check(const Row& row) {
+        const Outcome outcome = run(row.words);
+        EXPECT_EQ(outcome.status, row.status) << row.words;
+        EXPECT_EQ(outcome.output, row.output) << row.words;
+        EXPECT_EQ(outcome.errors, row.errors) << row.words;
+    }
+
+    QTemporaryDir directory;
+};
+
+TEST_F(DescribeCommand, PrintsMemoryMaps) {
+    const char* const flash = "0x08000000 0x00010000 ReadOnly FLASH\n0x00000001 0x00000000 ReadWrite none\n";
+    const Row rows[] = {
+        {"memory-map map.xml", 0, flash},
+        {"memory-map map.xml --macros 'RAM=big;N=8'", 0,
+         "0x08000000 0x00010000 ReadOnly FLASH\n0x20000000 0x00000010 ReadWrite RAM\n0x00000001 0x00000000 "
+         "ReadWrite "
+         "none\n"},
+        {"memory-map map.xml --no-preprocess", 0,
+         "0x08000000 0x00010000 ReadOnly FLASH\n0x20000000 0x00000000 ReadWrite RAM\n0x00000001 0x00000000 "
+         "ReadWrite "
+         "none\n"},
+        {"memory-map --tree map.xml", 0,
+         "root 0x00000000 0x00000000 board\n  MemorySegment 0x08000000 0x00010000 FLASH\n    ProgramSection "
+         "0x08000100 0x00000010 .text\n  MemorySegment 0x00000001 0x00000000 none\n"},
+        {"memory-map missing.xml", 1, "", "atelis: error: missing.xml: couldn't read missing.xml\n"},
+        {"memory-map bad.xml", 1, "", "atelis: error: bad.xml:2: tagName mismatch\n"},
+    };
+    for (const Row& row : rows) check(row);
+}
+
+TEST_F(DescribeCommand, PrintsSegments) {
+    const Row rows[] = {
+        {"segments s.qxProject -p p", 0,
+         "0x20000000 0x2000000f ReadWrite RAM\n0x08000000 0x0800ffff ReadOnly FLASH\n"},
+        {"segments s.qxProject -p q", 0,
+         "0x00000020 0x00000020 ReadWrite B\n0x00000010 0x0000001f ReadOnly A\n"},
+        {"segments s.qxProject -p empty", 1, ""},
+        {"segments s.qxProject -p no", 1, "", "atelis: error: no project \"no\"\n"},
+    };
+    for (const Row& row : rows) check(row);
+}
+
+TEST_F(DescribeCommand, PrintsProperties) {
+    const std::string file = run("properties s.qxProject -p q -f a.c").output;
+    EXPECT_EQ(file.substr(0, file.find("full_path")),
+              "stage_output_filepath\tStage Output File Path\t$(StageOutputFilePath)\tinherited\n"
+              "stage_command\tStage Command\t\tinherited\n"
+              "stage_command_wd\tStage Command Working Directory\t$(ProjectDir)\tinherited\n"
+              "build_exclude_from_build\tExclude From Build\tNo\tinherited\n"
+              "stage_set_readonly\tSet Stage File Read-only\tNo\tinherited\n");
+    EXPECT_NE(run("properties s.qxProject -p q").output.find("project_type\tProject Type\tStaging\tlocal\n"),
+              std::string::npos);
+}
+
+TEST_F(DescribeCommand, AddsFiles) {
+    write("a.c", "");
+    write("b.c", "");
+    const Row rows[] = {
+        {"add s.qxProject -p q b.c a.c", 0, "", "atelis: warning: \"a.c\" is already in the project\n"},
+        {"add s.qxProject -p q --duplicate a.c", 0, ""},
+        {"add s.qxProject -p p map.xml", 0, ""},
+        {"add s.qxProject -p p ./regs.xml --use -c Debug", 0, ""},
+        {"add s.qxProject -p q missing.c b.c", 1, "", "atelis: error: no file \"missing.c\"\n"},
+        {"add s.qxProject a.c", 1, "", "atelis: error: files go into a project or a folder\n"},
+        {"add s.qxProject -p q", 2, "", "atelis: error: FILE is required\n"},
+        {"tree s.qxProject -p q", 0, "project q [Staging]\n  file a.c [C]\n  file b.c [C]\n  file a.c [C]\n"},
+        {"tree s.qxProject -p p --configurations -c Debug", 0,
+         "project p [Executable]\n  configuration Common\n    linker_memory_map_file=\"map.xml\"\n    "
+         "linker_memory_map_macros=\"RAM=big;N=8\"\n  configuration Common\n    "
+         "project_type=\"Executable\"\n  file "
+         "map.xml [Memory Map]\n  file regs.xml [Register Definitions]\n  configuration Debug\n    "
+         "debug_register_definition_file=\"regs.xml\"\n"},
+    };
+    for (const Row& row : rows) check(row);
+}
+
+}  // namespace
