@@ -110,8 +110,10 @@ bool Session::chooseConfiguration(const std::string& name, QString& configuratio
     return false;
 }
 
-const project::PropertyClass* Session::findClass(const std::string& key) {
-    const project::PropertyClass* const found = engine_.schema().find(QString::fromStdString(key));
+const project::PropertyClass* Session::findClass(const std::string& key, const NodeOptions& options,
+                                                 ProjectElement& node) {
+    const project::PropertyClass* const found =
+        engine_.propertyClassAt(&node, options.configurationName(), QString::fromStdString(key));
     if (!found) reportError("no property \"" + key + '"');
     return found;
 }

@@ -53,8 +53,9 @@ public:
     /// The configuration of a build: the one named, which the solution must have, or without a name its first
     /// public one.
     bool chooseConfiguration(const std::string& name, QString& configuration);
-    /// The class of a property, or null.
-    const project::PropertyClass* findClass(const std::string& key);
+    /// The class that the key of a property finds at the node, or null.
+    const project::PropertyClass* findClass(const std::string& key, const NodeOptions& options,
+                                            project::ProjectElement& node);
     /// Whether what is stored at `node` may be changed.
     bool canModify(project::ProjectElement& node);
     /// Writes the file of the nearest solution at or above the node, in place.

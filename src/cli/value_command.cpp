@@ -34,7 +34,8 @@ struct Place {
 Place findPlace(Session& session, const ValueOptions& options) {
     if (!session.open(options.solution)) return {};
     ProjectElement* const node = session.find(options.node);
-    const PropertyClass* const propertyClass = node ? session.findClass(options.key) : nullptr;
+    const PropertyClass* const propertyClass =
+        node ? session.findClass(options.key, options.node, *node) : nullptr;
     return propertyClass ? Place{node, propertyClass} : Place{};
 }
 
@@ -81,6 +82,17 @@ QString storingConfiguration(const PropertyClass& propertyClass, const ValueOpti
     return configuration;
 }
 
+/// Sets or clears a choice among groups with all that it brings.
+void changeGroup(const properties::PropertyValueGroupClass& group, ProjectElement& node,
+                 const QString& configuration, const ValueOptions& options, bool clears) {
+    project::PropertyValueGroupValue value(&group, configuration, &node);
+    if (clears) {
+        value.clear();
+    } else {
+        value.setValue(QString::fromStdString(options.text));
+    }
+}
+
 int change(const ValueOptions& options, const GlobalOptions& globalOptions, bool clears) {
     Session session(globalOptions);
     const Place place = findPlace(session, options);
@@ -88,7 +100,10 @@ int change(const ValueOptions& options, const GlobalOptions& globalOptions, bool
     const QString configuration = storingConfiguration(*place.propertyClass, options);
     if (configuration.isNull() || !session.canModify(*place.node)) return 1;
     project::ProjectSystem& engine = session.engine();
-    if (clears) {
+    const auto* const group = dynamic_cast<const properties::PropertyValueGroupClass*>(place.propertyClass);
+    if (group) {
+        changeGroup(*group, *place.node, configuration, options, clears);
+    } else if (clears) {
         engine.clearPropertyValue(place.node, place.propertyClass, configuration);
     } else {
         engine.setPropertyValue(place.node, place.propertyClass, configuration,

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 namespace {
@@ -111,6 +112,45 @@ TEST_F(DescribeCommand, PrintsProperties) {
               "stage_set_readonly\tSet Stage File Read-only\tNo\tinherited\n");
     EXPECT_NE(run("properties s.qxProject -p q").output.find("project_type\tProject Type\tStaging\tlocal\n"),
               std::string::npos);
+}
+
+/// The example uses everything that can describe a project.
+TEST_F(DescribeCommand, ShowsTheBoardSupportExample) {
+    ASSERT_EQ(
+        std::system(
+            ("cp -r '" EXAMPLES_DIR "/board-support/.' '" + directory.path().toStdString() + "'").c_str()),
+        0);
+    const char* const files =
+        "solution board\n  project blinky [Externally Built Executable]\n    folder Drivers\n      file "
+        "port.c [C]\n      "
+        "file port.h [Header]\n      folder serial\n        file serial.c [C]\n        file serial.h "
+        "[Header]\n    folder "
+        "Source Files\n      file main.c [C]\n    folder System Files\n      file memory_map.xml [Memory "
+        "Map]\n";
+    const Row rows[] = {
+        {"tree board.qxProject", 0, files},
+        {"get board.qxProject -p blinky device", 0, "KH64\n"},
+        {"get board.qxProject -p blinky gcc_optimise -c Release", 0, "Size\n"},
+        {"segments board.qxProject -p blinky", 0,
+         "0x20000000 0x20003fff ReadWrite RAM\n0x08000000 0x0800ffff ReadOnly FLASH\n"},
+        {"set board.qxProject -p blinky device KH256", 0, ""},
+        {"tree board.qxProject", 0, files},
+        {"get board.qxProject -p blinky c_preprocessor_definitions", 0, "DEVICE_KH256;HAS_SECOND_SERIAL\n"},
+        {"segments board.qxProject -p blinky", 0,
+         "0x20000000 0x2000ffff ReadWrite RAM\n0x08000000 0x0803ffff ReadOnly FLASH\n"},
+        {"expand board.qxProject -p blinky '$(device) $(FlashSize)'", 0, "KH256 0x40000\n"},
+        {"memory-map memory_map.xml --macros FLASH_SIZE=16", 0,
+         "0x08000000 0x00000010 ReadOnly FLASH\n0x20000000 0x00004000 ReadWrite RAM\n"},
+    };
+    for (const Row& row : rows) check(row);
+    const std::string file = read("board.qxProject");
+    for (const char* gone : {"template_name", "template_configurations", "port.c", "serial"})
+        EXPECT_EQ(file.find(gone), std::string::npos) << gone;
+    EXPECT_NE(file.find("<folder Name=\"Drivers\" filter=\"*.c;*.h\" path=\"drivers\" recurse=\"Yes\" />"),
+              std::string::npos);
+    EXPECT_NE(
+        run("properties board.qxProject -p blinky").output.find("device\tTarget Device\tKH256\tlocal\n"),
+        std::string::npos);
 }
 
 TEST_F(DescribeCommand, AddsFiles) {

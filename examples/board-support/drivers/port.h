@@ -1,0 +1,3 @@
+#pragma once
+
+void port_set_led(int on);

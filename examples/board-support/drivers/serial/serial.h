@@ -1,0 +1,3 @@
+#pragma once
+
+void serial_write(const char* text);
