@@ -17,7 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProjectTemplates templates(QString::fromStdString(file.path()));
     for (const QString& name : templates.projectTemplates().names()) {
         try {
-            templates.expandTemplate(*engine.solution(), *engine.top, *templates.projectTemplates().find(name),
+            templates.expandTemplate(*engine.solution(), *engine.top,
+                                     *templates.projectTemplates().find(name),
                                      {QStringLiteral("A"), QStringLiteral("B")});
         } catch (const SolutionLoadError&) {
             break;
