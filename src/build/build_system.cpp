@@ -111,13 +111,4 @@ void BuildSystem::inputsOfNode(ProjectElement* node, const QString& configuratio
     }
 }
 
-ToolOptionList BuildSystem::toolOptions(ToolList) {
-    return {};
-}
-
-QList<const xml::XMLElement*> BuildSystem::propertyGroupElements(ProjectElement*, const QString&,
-                                                                 const QByteArray&) {
-    return {};
-}
-
 }  // namespace build

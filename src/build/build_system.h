@@ -1,15 +1,13 @@
 #pragma once
 
 #include "build/builder.h"
-#include "build/tool_options.h"
 #include "project/standard_project_system.h"
-#include "xml/element.h"
-
-#include <QList>
 
 #include <span>
 
 namespace build {
+
+using project::BuildFlags;
 
 /// How a build ended.
 enum class BuildResult {
@@ -65,15 +63,6 @@ public:
     /// Ends the running build at its next step.
     void terminateBuild() { buildTerminated = true; }
     bool isStopped() const { return buildFailed || buildTerminated; }
-
-    // --- What a host may add ---
-
-    /// The options that the loaded tool description gives a tool.
-    virtual ToolOptionList toolOptions(ToolList list);
-    /// The elements of a tag in the property groups that are chosen for the node.
-    virtual QList<const xml::XMLElement*> propertyGroupElements(ProjectElement* node,
-                                                                const QString& configuration,
-                                                                const QByteArray& tag);
 };
 
 }  // namespace build

@@ -84,13 +84,13 @@ void CompileStep::compileExternally() const {
     QStringList arguments = parseCommandLine(properties().expanded(externalCommand_, compileMacros()));
     switch (state().kind) {
         case BuildKind::CompileC:
-            addToolOptions(arguments, {ToolList::Compiler, ToolList::CCompiler});
+            addToolOptions(arguments, {properties::Tool::Compiler, properties::Tool::CCompiler});
             break;
         case BuildKind::CompileCpp:
-            addToolOptions(arguments, {ToolList::Compiler, ToolList::CppCompiler});
+            addToolOptions(arguments, {properties::Tool::Compiler, properties::Tool::CppCompiler});
             break;
         default:
-            addToolOptions(arguments, {ToolList::Assembler});
+            addToolOptions(arguments, {properties::Tool::Assembler});
             break;
     }
     const bool assembles = state().kind == BuildKind::Assemble;

@@ -149,7 +149,7 @@ void LinkStep::linkExternally() const {
                        engine().isCppProject(node(), request().configuration);
     QStringList arguments = parseCommandLine(
         properties().expanded(isCpp ? tools.external_cpp_link_command : tools.external_link_command, macros));
-    addToolOptions(arguments, {ToolList::Linker});
+    addToolOptions(arguments, {properties::Tool::Linker});
     runStep(QStringLiteral("Linking ") + quote(project::Path(executable_.name).fileName()),
             projectDirectory(), arguments, executable_.path);
 }

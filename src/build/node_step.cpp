@@ -3,6 +3,7 @@
 #include "build/file_time.h"
 #include "build/process/command_text.h"
 #include "build/response_file.h"
+#include "build/tool_options.h"
 
 #include <QFileInfo>
 
@@ -107,9 +108,10 @@ bool NodeStep::addObjectMacros(const QStringList& objects, MacroTable& macros) c
     return true;
 }
 
-void NodeStep::addToolOptions(QStringList& arguments, std::initializer_list<ToolList> lists) const {
-    for (const ToolList list : lists)
-        addToolDescriptionOptions(engine().toolOptions(list), properties(), arguments, QString());
+void NodeStep::addToolOptions(QStringList& arguments, std::initializer_list<properties::Tool> tools) const {
+    for (const properties::Tool tool : tools)
+        addToolDescriptionOptions(engine().toolDescription().options(tool), properties(), arguments,
+                                  QString());
 }
 
 QString quotedList(const QStringList& texts) {

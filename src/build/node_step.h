@@ -88,7 +88,7 @@ protected:
     /// Adds what external commands call the inputs, and writes the file of them when one is asked for. False,
     /// after an error, when it can't be written.
     bool addObjectMacros(const QStringList& objects, MacroTable& macros) const;
-    void addToolOptions(QStringList& arguments, std::initializer_list<ToolList> lists) const;
+    void addToolOptions(QStringList& arguments, std::initializer_list<properties::Tool> tools) const;
 
 private:
     const BuildRequest& request_;

@@ -3,6 +3,7 @@
 #include "build/link_inputs.h"
 #include "build/process/command_text.h"
 #include "build/response_file.h"
+#include "build/tool_options.h"
 
 #include <utility>
 

@@ -86,8 +86,9 @@ void addChosenOption(const properties::GenericPropertyClass& option, const QStri
 
 }  // namespace
 
-void addToolDescriptionOptions(const ToolOptionList& list, const NodeProperties& properties,
-                               QStringList& arguments, const QString& variant) {
+void addToolDescriptionOptions(const properties::GenericPropertyClassList& list,
+                               const NodeProperties& properties, QStringList& arguments,
+                               const QString& variant) {
     for (const properties::GenericPropertyClass* option : list) {
         if (!option->variant().isEmpty() && option->variant() != variant) continue;
         const QString value = properties.value(option);

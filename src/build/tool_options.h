@@ -2,9 +2,8 @@
 
 #include "build/builder.h"
 #include "build/node_properties.h"
-#include "properties/generic_property_class.h"
+#include "properties/tool_description.h"
 
-#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -12,11 +11,6 @@
 
 /// Options for tools that come from files: files of options, and the files that describe tools.
 namespace build {
-
-/// The tools whose options a description file can name.
-enum class ToolList { Assembler, Compiler, CCompiler, CppCompiler, Linker };
-
-using ToolOptionList = QList<const properties::GenericPropertyClass*>;
 
 /// The options of an options file, one a line. Lines that begin with "//" or "#" and lines of a "/*" comment
 /// are none; neither is a last line without a line feed, nor the beginning of a line of more than 1023 bytes.
@@ -30,7 +24,8 @@ bool optionsFromFile(const NodeProperties& properties, const PropertyClass* file
 
 /// Appends what the values of described options stand for on a command line; options of another `variant` are
 /// passed over.
-void addToolDescriptionOptions(const ToolOptionList& list, const NodeProperties& properties,
-                               QStringList& arguments, const QString& variant);
+void addToolDescriptionOptions(const properties::GenericPropertyClassList& list,
+                               const NodeProperties& properties, QStringList& arguments,
+                               const QString& variant);
 
 }  // namespace build

@@ -3,6 +3,7 @@
 #include "build/build_fixture.h"
 #include "build/dependency_file.h"
 #include "build/file_time.h"
+#include "build/tool_options.h"
 
 namespace build_test {
 

@@ -1,6 +1,7 @@
 #include "build/tool_commands.h"
 
 #include "build/build_fixture.h"
+#include "build/tool_options.h"
 
 namespace build_test {
 
