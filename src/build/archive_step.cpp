@@ -25,8 +25,7 @@ bool ArchiveStep::build() {
 }
 
 bool ArchiveStep::isUpToDate() {
-    return library_.exists(log()) && !state().rebuild &&
-           inputsOlderThan(projectDirectory(), library_, objects_, log()) &&
+    return exists(library_) && !state().rebuild && inputsOlderThan(library_, objects_) &&
            propertiesUnchangedSince(library_);
 }
 
@@ -45,7 +44,7 @@ bool ArchiveStep::archive() const {
 
 bool ArchiveStep::archiveExternally() const {
     MacroTable macros = targetMacros(library_);
-    if (!addObjectMacros(objects_, macros)) return true;
+    if (!addObjectMacros(objects_, macros)) return false;
     beginStep(QStringLiteral("Archiving ") + quote(project::Path(library_.name).fileName()));
     const QString text = properties().expanded(properties().tools().external_archive_command, macros);
     if (!runAll(commandsOf(text, "&&"), projectDirectory(), library_.path)) return false;
@@ -59,7 +58,7 @@ bool ArchiveStep::postArchive() const {
     const Commands commands = commandsOf(text, "&&");
     if (commands.isEmpty()) return true;
     beginStep(QStringLiteral("Post-archive command "));
-    if (!runAll(commands, properties().expanded(tools.archive_post_build_command_wd), QString()))
+    if (!runAll(commands, properties().directory(tools.archive_post_build_command_wd), QString()))
         return false;
     endStep();
     return true;

@@ -1,6 +1,5 @@
 #include "build/atelis_builder.h"
 
-#include "build/file_time.h"
 #include "build/installed_tools.h"
 #include "build/process/command_text.h"
 
@@ -10,9 +9,12 @@
 
 #include <sys/stat.h>
 
+#include <utility>
 #include <vector>
 
 namespace build {
+
+using project::resolvedPath;
 
 /// The child process of a worker.
 class AtelisBuilder::Tool : public Process {
@@ -71,10 +73,8 @@ void AtelisBuilder::start(const QString& workingDirectory, const QStringList& ar
     const std::string directory = workingDirectory.toStdString();
     log_.line(this, LogLine::Command, commandText(command, directory));
     if (!prepareOutput(resolvedPath(workingDirectory, outputFile))) return;
-    if (tool_->run(command, false, directory, true, true) == -1)
-        fail("cannot start " + program_);
-    else
-        isStarted_ = true;
+    isStarted_ = tool_->run(command, false, directory, true, true) != -1;
+    if (!isStarted_) startFailure_ = "cannot start " + program_;
 }
 
 /// Makes the directory of the output file, and remembers the file as it was before the step's first command
@@ -85,11 +85,13 @@ bool AtelisBuilder::prepareOutput(const QString& outputFile) {
     outputBefore_ = markOf(outputFile);
     const QString directory = QFileInfo(outputFile).path();
     if (QDir().mkpath(directory)) return true;
-    fail("cannot make the directory " + directory.toStdString());
+    startFailure_ = "cannot make the directory " + directory.toStdString();
     return false;
 }
 
 bool AtelisBuilder::finished(ProjectElement*, const QString&) {
+    // Told only now, when the run asks on behalf of the step that fails.
+    if (!startFailure_.empty()) fail(std::exchange(startFailure_, {}));
     if (!isStarted_) return true;
     if (!tool_->update()) return false;
     isStarted_ = false;
@@ -116,6 +118,7 @@ void AtelisBuilder::removePartialOutput() {
 }
 
 void AtelisBuilder::stop() {
+    startFailure_.clear();
     if (std::exchange(isStarted_, false)) {
         tool_->stop();
         removePartialOutput();
@@ -141,6 +144,12 @@ void AtelisBuilder::upToDate(const QString& text) {
 }
 void AtelisBuilder::reason(const QString& text) {
     say(LogLine::Reason, text);
+}
+
+void AtelisBuilder::stopAll(std::span<Builder* const> workers) {
+    for (Builder* each : workers)
+        if (auto* const worker = dynamic_cast<AtelisBuilder*>(each)) worker->tool_->requestStop();
+    for (Builder* worker : workers) worker->stop();
 }
 
 void AtelisBuilder::waitForAny(std::span<Builder* const> workers, int milliseconds) {

@@ -43,6 +43,8 @@ public:
     /// Sleeps until one of the workers has something to tell, at most for the time given. Comes back at once
     /// when one of them runs no command.
     static void waitForAny(std::span<Builder* const> workers, int milliseconds);
+    /// Stops all of the workers, in the time of one.
+    static void stopAll(std::span<Builder* const> workers);
 
 private:
     class Tool;
@@ -67,7 +69,8 @@ private:
     std::string program_;
     QString outputFile_;
     FileMark outputBefore_;
-    bool isStarted_ = false;  // a command is still to be asked for its end
+    bool isStarted_ = false;    // a command is still to be asked for its end
+    std::string startFailure_;  // why there is none
     bool isStepOpen_ = false;
 };
 

@@ -32,26 +32,36 @@ bool needsOneItem(BuildSystem& engine, ProjectElement* node, const QString& conf
 BuildResult BuildSystem::build(ProjectElement* node, const QString& configuration,
                                std::span<Builder* const> workers, Idler& host, std::uint32_t flags,
                                bool followDependencies, bool batch) {
+    return build({&node, 1}, configuration, workers, host, flags, followDependencies, batch);
+}
+
+BuildResult BuildSystem::build(std::span<ProjectElement* const> nodes, const QString& configuration,
+                               std::span<Builder* const> workers, Idler& host, std::uint32_t flags,
+                               bool followDependencies, bool batch) {
     buildFailed = buildTerminated = false;
     const bool isOneWorker = workers.size() == 1;
     PlanQueue queue;
-    if (node && node->isSolution()) {
-        const bool wholeProject = isOneWorker || (flags & BuildFlags::WholeProjects);
-        ProjectPlan plan(*this, {flags, wholeProject, true}, *workers[0], host, queue);
-        project::forEachElement(*node, [&](ProjectElement& each) {
-            if (each.isProject()) plan.add(&each, configuration, batch);
-            return each.isSolution() || each.isFolder();
-        });
-    } else if (node && (node->isProject() || node->isFolder())) {
-        const bool wholeProject = isOneWorker || needsOneItem(*this, node, configuration, flags);
-        ProjectPlan(*this, {flags, wholeProject, followDependencies}, *workers[0], host, queue)
-            .add(node, configuration, batch);
-    } else if (node) {
-        const int steps = countBuildSteps(node, configuration, flags);
-        queue.append({node, configuration, PlanItem::wordOf(flags | BuildFlags::ProjectBegin, steps),
-                      planTitle(node, configuration, flags)});
-        queue.append({node, configuration, (flags & 0xFFFF) | BuildFlags::ProjectEnd});
-        workers = workers.first(1);
+    for (ProjectElement* node : nodes) {
+        if (!node) continue;
+        if (!queue.isEmpty()) queue.appendBarrier(flags);
+        if (node->isSolution()) {
+            const bool wholeProject = isOneWorker || (flags & BuildFlags::WholeProjects);
+            ProjectPlan plan(*this, {flags, wholeProject, true}, *workers[0], host, queue);
+            project::forEachElement(*node, [&](ProjectElement& each) {
+                if (each.isProject()) plan.add(&each, configuration, batch);
+                return each.isSolution() || each.isFolder();
+            });
+        } else if (node->isProject() || node->isFolder()) {
+            const bool wholeProject = isOneWorker || needsOneItem(*this, node, configuration, flags);
+            ProjectPlan(*this, {flags, wholeProject, followDependencies}, *workers[0], host, queue)
+                .add(node, configuration, batch);
+        } else {
+            const int steps = countBuildSteps(node, configuration, flags);
+            queue.append({node, configuration, PlanItem::wordOf(flags | BuildFlags::ProjectBegin, steps),
+                          planTitle(node, configuration, flags)});
+            queue.append({node, configuration, (flags & 0xFFFF) | BuildFlags::ProjectEnd});
+            if (nodes.size() == 1) workers = workers.first(1);
+        }
     }
     const bool didWork = PlanRunner(*this, workers, host).run(queue);
     if (buildTerminated) return BuildResult::Terminated;

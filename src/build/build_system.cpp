@@ -1,13 +1,10 @@
 #include "build/build_system.h"
 
 #include "build/dependency_file.h"
-#include "build/file_time.h"
 #include "build/link_inputs.h"
 #include "build/planner.h"
 #include "build/rebuild_decision.h"
 #include "build/tool_commands.h"
-
-#include <QFile>
 
 namespace build {
 
@@ -66,7 +63,7 @@ QString BuildSystem::dependencyFileName(ProjectElement* node, const QString& con
     const QString named = properties.expanded(schema().tools.build_dependency_file_name);
     if (!named.isEmpty()) {
         const QString path = resolvedPath(properties.projectDirectory(), named);
-        project::makeDirectoryFor(path);
+        makeDirectory(*this, project::Path(path).dirPath());
         return absolute ? path : named;
     }
     const QString name = project::Path(objectName).baseName() + QStringLiteral(".d");
@@ -76,9 +73,7 @@ QString BuildSystem::dependencyFileName(ProjectElement* node, const QString& con
 
 QStringList BuildSystem::readDependencyFile(ProjectElement* node, const QString& configuration,
                                             const QString& directory, const QString& objectName) {
-    QFile file(dependencyFileName(node, configuration, objectName, true));
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    const QByteArray text = file.readAll();
+    const QByteArray text = readTextFile(dependencyFileName(node, configuration, objectName, true));
     return parseDependencies({text.constData(), static_cast<std::size_t>(text.size())}, directory);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "build/builder.h"
+#include "build/generated_files.h"
 #include "project/standard_project_system.h"
 
 #include <span>
@@ -58,11 +59,17 @@ public:
     /// `configuration`.
     BuildResult build(ProjectElement* node, const QString& configuration, std::span<Builder* const> workers,
                       Idler& host, std::uint32_t flags, bool followDependencies, bool batch);
+    /// The same for several nodes in one run, in which nothing is built twice.
+    BuildResult build(std::span<ProjectElement* const> nodes, const QString& configuration,
+                      std::span<Builder* const> workers, Idler& host, std::uint32_t flags,
+                      bool followDependencies, bool batch);
     /// What is to be said of a request; null with `NoTitle`.
     QString planTitle(ProjectElement* node, const QString& configuration, std::uint32_t flags);
     /// Ends the running build at its next step.
     void terminateBuild() { buildTerminated = true; }
     bool isStopped() const { return buildFailed || buildTerminated; }
+    /// Of a build that is only told of; null, or owned by the host.
+    Rehearsal* rehearsal = nullptr;
 };
 
 }  // namespace build

@@ -2,7 +2,6 @@
 
 #include "build/process/command_text.h"
 
-#include <QDir>
 #include <QFile>
 
 namespace build {
@@ -101,8 +100,8 @@ void BuildThread::recordPostBuild() {
 void BuildThread::recordUserCommand(const QString& verb, const QString& command,
                                     const project::PropertyClass* workingDirectory) {
     const QString directory =
-        NodeProperties(engine_, item_.node, item_.configuration).expanded(workingDirectory);
-    if (!directory.isEmpty()) QDir().mkpath(directory);
+        NodeProperties(engine_, item_.node, item_.configuration).directory(workingDirectory);
+    makeDirectory(engine_, directory);
     beginStep(item_.node, verb + quote(item_.node->elementName()), item_.configuration, 0);
     for (const QString& part : command.split(QStringLiteral(" && "), Qt::SkipEmptyParts)) {
         const QStringList arguments = parseCommandLine(part);

@@ -2,14 +2,17 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace build {
 
 void CleanBuilder::run(const QString& workingDirectory, const QStringList& arguments, const QString&) {
     if (arguments.size() < 2 || arguments[0] != u"rm") return;
-    QFile file(QDir(workingDirectory).filePath(arguments[1]));
-    file.setPermissions(file.permissions() | QFile::WriteOwner);
-    file.remove();
+    const QFileInfo info(QDir(workingDirectory).filePath(arguments[1]));
+    QFile file(info.filePath());
+    // Those of a link are its target's.
+    if (!info.isSymLink()) file.setPermissions(file.permissions() | QFile::WriteOwner);
+    if (!file.remove()) error(QStringLiteral("Cannot delete file: ") + info.filePath());
 }
 
 }  // namespace build

@@ -1,11 +1,7 @@
 #include "build/compile_step.h"
 
-#include "build/file_time.h"
 #include "build/process/command_text.h"
 #include "project/build_outputs.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 namespace build {
 
@@ -18,7 +14,7 @@ bool CompileStep::build() {
     request().idler.stepDone(node(), request().configuration);
     node()->resolvePaths(request().configuration);
     const QString path = node()->path.absFilePath();
-    if (!QFileInfo::exists(path)) {
+    if (!fileExists(path)) {
         if (!request().builder) return false;
         beginStep(QStringLiteral("Checking Source File Exists"));
         builder().error(path + QStringLiteral(" does not exist."));
@@ -43,13 +39,11 @@ bool CompileStep::build() {
 }
 
 bool CompileStep::isUpToDate() {
-    if (!object_.exists(log()) || state().rebuild ||
-        !inputsOlderThan(projectDirectory(), object_, {node()->resolvedFileName}, log()))
+    if (!exists(object_) || state().rebuild || !inputsOlderThan(object_, {node()->resolvedFileName}))
         return false;
     const QStringList dependencies =
         engine().readDependencyFile(node(), request().configuration, projectDirectory(), object_.name);
-    return inputsOlderThan(projectDirectory(), object_, dependencies, log()) &&
-           propertiesUnchangedSince(object_);
+    return inputsOlderThan(object_, dependencies) && propertiesUnchangedSince(object_);
 }
 
 void CompileStep::cleanOutputs() const {
@@ -63,7 +57,7 @@ QString CompileStep::preCompile() const {
     const auto& tools = properties().tools();
     const QStringList command = parseCommandLine(properties().expanded(tools.compile_pre_build_command));
     if (command.isEmpty()) return node()->resolvedFileName;
-    const QString directory = properties().expanded(tools.compile_pre_build_command_wd);
+    const QString directory = properties().directory(tools.compile_pre_build_command_wd);
     QString output = properties().expanded(tools.compile_pre_build_command_output_file_name);
     if (!output.isEmpty())
         output = project::relativeFilePath(directory, resolvedPath(projectDirectory(), output));
@@ -130,7 +124,7 @@ void CompileStep::postCompile() const {
     const QStringList command =
         parseCommandLine(properties().expanded(tools.compile_post_build_command, targetMacros(object_)));
     runStep(QStringLiteral("Post-compile command "),
-            properties().expanded(tools.compile_post_build_command_wd), command, QString());
+            properties().directory(tools.compile_post_build_command_wd), command, QString());
 }
 
 }  // namespace build

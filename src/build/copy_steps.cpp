@@ -1,26 +1,24 @@
 #include "build/copy_steps.h"
 
+#include "build/generated_files.h"
 #include "build/link_inputs.h"
 #include "build/process/command_text.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 namespace build {
 
 CopyStep::CopyStep(const BuildRequest& request, const NodeState& state)
     : NodeStep(request, state),
-      output_(target(engine().outputFileName(state.kind, node(), request.configuration, false))) {
-    if (!hasOutput()) output_.path.clear();
-}
+      output_(target(engine().outputFileName(state.kind, node(), request.configuration, false))) {}
 
 bool CopyStep::make(const Texts& texts, const MacroTable& macros) const {
     if (request().has(BuildFlags::Clean) && hasOutput() && QFileInfo::exists(output_.path))
         clean({output_.path});
     if (endsAtDecision()) return true;
     beginStep(QString::fromLatin1(texts.title) + quotedName());
-    const QString directory = properties().expanded(texts.workingDirectory);
-    if (!directory.isEmpty()) QDir().mkpath(directory);
+    const QString directory = properties().directory(texts.workingDirectory);
+    makeDirectory(engine(), directory);
     const Commands commands = commandsOf(properties().expanded(texts.command, macros), "&&");
     if (commands.isEmpty()) {
         if (!request().isQuiet()) builder().upToDate(QStringLiteral("nothing to do"));
@@ -52,8 +50,8 @@ bool StageStep::build() {
 
 bool StageStep::isUpToDate() {
     node()->resolvePaths(request().configuration);
-    return hasOutput() && output_.exists(log()) && !state().rebuild &&
-           inputsOlderThan(projectDirectory(), output_, {node()->resolvedFileName}, log()) &&
+    return hasOutput() && exists(output_) && !state().rebuild &&
+           inputsOlderThan(output_, {resolvedPath(projectDirectory(), node()->resolvedFileName)}) &&
            propertiesUnchangedSince(output_);
 }
 
@@ -63,7 +61,7 @@ bool StageProjectStep::build() {
     if (command.isEmpty() || !state().rebuild) return state().rebuild;
     if (!endsAtDecision())
         runStep(QStringLiteral("Post-stage command"),
-                properties().expanded(general.stage_post_build_command_wd), command, QString());
+                properties().directory(general.stage_post_build_command_wd), command, QString());
     return true;
 }
 
@@ -84,12 +82,10 @@ bool CombineStep::build() {
 }
 
 bool CombineStep::isUpToDate(const QStringList& inputs) {
-    return hasOutput() && output_.exists(log()) && !state().rebuild &&
-           inputsOlderThan(projectDirectory(), output_, inputs, log()) && propertiesUnchangedSince(output_) &&
-           inputsOlderThan(
-               projectDirectory(), output_,
-               engine().readDependencyFile(node(), request().configuration, projectDirectory(), output_.name),
-               log());
+    return hasOutput() && exists(output_) && !state().rebuild && inputsOlderThan(output_, inputs) &&
+           propertiesUnchangedSince(output_) &&
+           inputsOlderThan(output_, engine().readDependencyFile(node(), request().configuration,
+                                                                projectDirectory(), output_.name));
 }
 
 }  // namespace build

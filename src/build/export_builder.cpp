@@ -1,7 +1,7 @@
 #include "build/export_builder.h"
 
-#include "build/file_time.h"
 #include "build/installed_tools.h"
+#include "build/link_inputs.h"
 #include "build/project_dependencies.h"
 #include "project/tree_walk.h"
 
@@ -152,6 +152,14 @@ QList<ProjectElement*> inDependencyOrder(BuildSystem& engine, ProjectElement* no
     return order.projects();
 }
 
+/// What "all" stands for in a project: its output, or where it has none, as a staging project, those of its
+/// files.
+QStringList outputsOf(BuildSystem& engine, ProjectElement* project, const QString& configuration) {
+    const QString output = engine.objectFileName(project, configuration, false);
+    if (!output.isEmpty() || engine.classifyNode(project, configuration) != BuildKind::Stage) return {output};
+    return collectObjectFiles(engine, project, configuration, false, false);
+}
+
 }  // namespace
 
 QString exportMakefile(BuildSystem& engine, ProjectElement* node, const QString& configuration,
@@ -164,8 +172,8 @@ QString exportMakefile(BuildSystem& engine, ProjectElement* node, const QString&
         BuildFlags::Rebuild | BuildFlags::Quiet | (noUnity ? BuildFlags::NoUnity : 0U);
     for (ProjectElement* project : inDependencyOrder(engine, node, configuration)) {
         engine.build(project, configuration, {&worker, 1}, idler, flags, false, false);
-        head.append(QStringLiteral("  ") + ruleName(engine.objectFileName(project, configuration, false)) +
-                    u'\\');
+        for (const QString& output : outputsOf(engine, project, configuration))
+            head.append(QStringLiteral("  ") + ruleName(output) + u'\\');
     }
     head.append(QString());
     return asText(head + builder.lines());

@@ -1,7 +1,5 @@
 #include "build/file_time.h"
 
-#include "project/base/path.h"
-
 #include <QFile>
 
 #include <sys/stat.h>
@@ -16,10 +14,6 @@ std::optional<std::int64_t> modificationTime(const QString& path) {
 
 QString timeText(std::int64_t time) {
     return QDateTime::fromMSecsSinceEpoch(time).toString(u"dd.MM.yyyy hh:mm:ss");
-}
-
-QString resolvedPath(const QString& directory, const QString& name) {
-    return directory.isEmpty() || project::isAbsolutePath(name) ? name : directory + u'/' + name;
 }
 
 }  // namespace build

@@ -24,7 +24,4 @@ inline std::int64_t wholeSeconds(std::int64_t time) {
 /// The time as a user reads it: "dd.MM.yyyy hh:mm:ss" where he is.
 QString timeText(std::int64_t time);
 
-/// `name` from `directory`, unless it is absolute.
-QString resolvedPath(const QString& directory, const QString& name);
-
 }  // namespace build

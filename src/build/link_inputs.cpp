@@ -73,9 +73,9 @@ bool resolve(const NodeProperties& properties, const PropertyClass* propertyClas
     const QString value = properties.value(propertyClass);
     if (value.isEmpty()) return false;
     path = properties.expanded(propertyClass);
-    if (QFileInfo::exists(path)) return true;
-    path = properties.projectDirectory() + u'/' + path;
-    if (QFileInfo::exists(path)) return true;
+    if (QFileInfo(path).isFile()) return true;
+    path = resolvedPath(properties.projectDirectory(), path);
+    if (QFileInfo(path).isFile()) return true;
     if (!builder) return false;
     builder->beginStep(properties.node(), QString::fromLatin1(row.step), properties.configuration(), 0);
     builder->warning(QString::fromLatin1(row.warning) + quote(value) + QStringLiteral(" does not exist."));

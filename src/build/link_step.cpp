@@ -1,14 +1,14 @@
 #include "build/link_step.h"
 
-#include "build/file_time.h"
+#include "build/generated_files.h"
 #include "build/link_inputs.h"
 #include "build/process/command_text.h"
 #include "build/tool_commands.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace build {
 
@@ -34,7 +34,7 @@ bool LinkStep::build() {
     if (endsAtDecision()) return true;
     preLink();
     if (engine().buildFailed) return true;
-    if (!engine().buildTerminated) link();
+    if (!engine().buildTerminated && !link()) return false;
     if (engine().buildFailed) return true;
     if (!engine().buildTerminated && !builder().acceptOutput(executable_.path)) {
         cleanOutputs();
@@ -62,7 +62,7 @@ bool LinkStep::reportDuplicate() const {
 void LinkStep::addAdditionalInputs() {
     bool anyMissing = false;
     for (const QString& file : engine().additionalLinkerInputs(node(), request().configuration)) {
-        if (QFileInfo::exists(resolvedPath(projectDirectory(), file))) {
+        if (fileExists(resolvedPath(projectDirectory(), file))) {
             objects_.append(file);
         } else if (request().builder) {
             if (!std::exchange(anyMissing, true))
@@ -74,9 +74,8 @@ void LinkStep::addAdditionalInputs() {
 }
 
 bool LinkStep::isUpToDate(const QStringList& libraries) {
-    if (!executable_.exists(log()) || state().rebuild ||
-        !inputsOlderThan(projectDirectory(), executable_, objects_ + libraries + layoutFiles(properties()),
-                         log()) ||
+    if (!exists(executable_) || state().rebuild ||
+        !inputsOlderThan(executable_, objects_ + libraries + layoutFiles(properties())) ||
         !propertiesUnchangedSince(executable_) || !outputsExist())
         return false;
     QString map;
@@ -109,7 +108,7 @@ QStringList LinkStep::postLinkOutputFiles() const {
     }
     const QString file = properties().expanded(tools.linker_post_build_command_output_file);
     if (!file.isEmpty())
-        files.append(properties().expanded(tools.linker_post_build_command_wd) + u'/' + file);
+        files.append(properties().directory(tools.linker_post_build_command_wd) + u'/' + file);
     return files;
 }
 
@@ -123,27 +122,25 @@ void LinkStep::cleanOutputs() const {
 
 void LinkStep::preLink() const {
     const auto& tools = properties().tools();
-    runStep(QStringLiteral("Pre-link command "), properties().expanded(tools.linker_pre_build_command_wd),
+    runStep(QStringLiteral("Pre-link command "), properties().directory(tools.linker_pre_build_command_wd),
             parseCommandLine(properties().expanded(tools.linker_pre_build_command)), QString());
 }
 
-void LinkStep::link() const {
+bool LinkStep::link() const {
     const auto& tools = properties().tools();
     const bool linksExternally = properties().isSet(tools.external_link_command) ||
                                  (properties().isSet(tools.external_cpp_link_command) &&
                                   engine().isCppProject(node(), request().configuration));
-    if (linksExternally) {
-        linkExternally();
-    } else {
-        engine().runTool(node(), request().configuration, BuildKind::Link, executable_.name, executable_.path,
-                         objects_, &builder(), !request().has(BuildFlags::NoDependencyFiles));
-    }
+    if (linksExternally) return linkExternally();
+    engine().runTool(node(), request().configuration, BuildKind::Link, executable_.name, executable_.path,
+                     objects_, &builder(), !request().has(BuildFlags::NoDependencyFiles));
+    return true;
 }
 
-void LinkStep::linkExternally() const {
+bool LinkStep::linkExternally() const {
     const auto& tools = properties().tools();
     MacroTable macros = targetMacros(executable_);
-    if (!addObjectMacros(objects_, macros)) return;
+    if (!addObjectMacros(objects_, macros)) return false;
     addLinkMacros(macros);
     const bool isCpp = properties().isSet(tools.external_cpp_link_command) &&
                        engine().isCppProject(node(), request().configuration);
@@ -152,6 +149,7 @@ void LinkStep::linkExternally() const {
     addToolOptions(arguments, {properties::Tool::Linker});
     runStep(QStringLiteral("Linking ") + quote(project::Path(executable_.name).fileName()),
             projectDirectory(), arguments, executable_.path);
+    return true;
 }
 
 void LinkStep::addLinkMacros(MacroTable& macros) const {
@@ -176,8 +174,8 @@ void LinkStep::postLink() const {
     const QString text = properties().expanded(tools.linker_post_build_command, macros);
     if (text.isEmpty()) return;
     beginStep(QStringLiteral("Post-link command "));
-    const QString directory = properties().expanded(tools.linker_post_build_command_wd);
-    QDir().mkpath(directory);
+    const QString directory = properties().directory(tools.linker_post_build_command_wd);
+    makeDirectory(engine(), directory);
     for (const QStringList& command : commandsOf(text, " && ")) builder().run(directory, command, QString());
     endStep();
 }

@@ -17,8 +17,9 @@ private:
     bool outputsExist() const;
     void cleanOutputs() const;
     void preLink() const;
-    void link() const;
-    void linkExternally() const;
+    /// False, after an error, when the command can't be made.
+    bool link() const;
+    bool linkExternally() const;
     void addLinkMacros(MacroTable& macros) const;
     void postLink() const;
     /// What a link leaves beside the executable and its map.

@@ -13,6 +13,7 @@ using project::BuildKind;
 using project::MacroTable;
 using project::ProjectElement;
 using project::PropertyClass;
+using project::resolvedPath;
 
 /// A short-lived view; engine, node and configuration outlive it.
 class NodeProperties {
@@ -41,6 +42,10 @@ public:
         return engine_.expandProperty(node_, propertyClass, configuration_);
     }
     QString expanded(const PropertyClass* propertyClass, const MacroTable& macros) const;
+    /// The directory that a value names; a relative one stands below that of the project.
+    QString directory(const PropertyClass* propertyClass) const {
+        return resolvedPath(projectDirectory(), expanded(propertyClass));
+    }
     /// The items of a list value, each behind `prefix`. `escaped`: a backslash takes the next character as it
     /// is.
     QStringList list(const char* prefix, const PropertyClass* propertyClass, bool expand, bool escaped) const;

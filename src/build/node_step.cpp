@@ -1,8 +1,7 @@
 #include "build/node_step.h"
 
-#include "build/file_time.h"
+#include "build/generated_files.h"
 #include "build/process/command_text.h"
-#include "build/response_file.h"
 #include "build/tool_options.h"
 
 #include <QFileInfo>
@@ -14,6 +13,14 @@ NodeStep::NodeStep(const BuildRequest& request, const NodeState& state)
 
 Target NodeStep::target(const QString& name) const {
     return {name, resolvedPath(projectDirectory(), name)};
+}
+
+bool NodeStep::fileExists(const QString& path) const {
+    return QFileInfo::exists(path) || (engine().rehearsal && engine().rehearsal->makes(path));
+}
+
+bool NodeStep::inputsOlderThan(const Target& target, const QStringList& inputs) const {
+    return build::inputsOlderThan(projectDirectory(), target, inputs, log(), engine().rehearsal);
 }
 
 bool NodeStep::propertiesUnchangedSince(const Target& target) const {
@@ -97,7 +104,7 @@ bool NodeStep::addObjectMacros(const QStringList& objects, MacroTable& macros) c
     const QString path = resolvedPath(projectDirectory(), name);
     QStringList lines;
     for (const QString& object : objects) lines.append(quotedList({object}));
-    if (!writeResponseFile(path, lines)) {
+    if (!writeGeneratedFile(engine(), path, lines)) {
         beginStep(QStringLiteral("Creating Objects File"));
         builder().error(QStringLiteral("Cannot open file: ") + path);
         endStep();

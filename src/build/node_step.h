@@ -61,6 +61,10 @@ protected:
     bool endsAtDecision() const { return request_.has(BuildFlags::NoTools) || !request_.builder; }
 
     Target target(const QString& name) const;
+    bool exists(Target& target) const { return target.exists(log()); }
+    /// Whether the file is there, or would be by now.
+    bool fileExists(const QString& path) const;
+    bool inputsOlderThan(const Target& target, const QStringList& inputs) const;
     bool propertiesUnchangedSince(const Target& target) const;
     QString relativeToProject(const QString& file) const;
 

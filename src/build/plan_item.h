@@ -45,6 +45,7 @@ public:
     bool holds(ProjectElement* project, const QString& configuration) const {
         return projects_.contains({project, configuration});
     }
+    bool isEmpty() const { return items_.empty(); }
     const std::vector<PlanItem>& items() const { return items_; }
 
 private:

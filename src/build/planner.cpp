@@ -39,10 +39,7 @@ bool Planner::build(ProjectElement* top) {
 
 void Planner::enter(ProjectElement* node) {
     Frame& frame = frames_.emplace_back(Frame{{node, BuildKind::NoBuild, false, QString()}});
-    if (node->isConfiguration()) {
-        frame.answer = false;
-        return;
-    }
+    if (node->isConfiguration()) return;
     request_.idler.idle();
     BuildSystem& engine = request_.engine;
     engine.loadToolDescriptions(node, request_.configuration);
@@ -62,35 +59,50 @@ void Planner::enter(ProjectElement* node) {
 /// Turns the folder into the source file that includes its members.
 void Planner::enterUnityFolder(Frame& frame) {
     ProjectElement* const node = frame.state.node;
-    const NodeProperties properties(request_.engine, node, request_.configuration);
-    UnityFolder folder = readUnityFolder(properties);
-    const auto time = modificationTime(folder.path);
-    if (request_.has(BuildFlags::Clean) && request_.builder) {
-        request_.builder->beginStep(node, QStringLiteral("Cleaning ") + quote(node->elementName()),
-                                    request_.configuration, 0);
-        if (time)
-            request_.builder->run(properties.projectDirectory(), {QStringLiteral("rm"), folder.path},
-                                  QString());
-        request_.builder->endStep(node, request_.configuration);
+    UnityFolder folder = readUnityFolder({request_.engine, node, request_.configuration});
+    request_.engine.setElementAttribute(node, project::keys::fileName, folder.path);
+    node->pathValid = false;
+    if (request_.has(BuildFlags::Clean) && request_.builder) cleanUnityFolder(node, folder);
+    if (request_.has(BuildFlags::Clean) && request_.has(BuildFlags::NoTools)) {
+        frame.isOnlyCleaned = true;
+        return;
     }
     if (!request_.has(BuildFlags::NoTools)) {
+        const auto time = modificationTime(folder.path);
         ProjectElement* const solution = node->enclosingSolution();
         const auto changed = solution ? modificationTime(solution->path.normalised()) : std::nullopt;
         if (!time || (changed && *time < *changed) || frame.state.rebuild)
-            writeUnityFile(folder, request_.configuration);
-    } else if (request_.has(BuildFlags::Clean)) {
-        frame.answer = true;
-        return;
+            writeUnityFile(request_.engine, folder, request_.configuration);
     }
-    request_.engine.setElementAttribute(node, project::keys::fileName, folder.path);
-    node->pathValid = false;
     frame.excluded = std::move(folder.excluded);
 }
 
+/// Deletes the source of the folder. When nothing is built, no step looks at what was made of it and of the
+/// files that it leaves out, so that this goes too.
+void Planner::cleanUnityFolder(ProjectElement* node, const UnityFolder& folder) {
+    BuildSystem& engine = request_.engine;
+    QStringList files{folder.path};
+    const auto addOutputs = [&](ProjectElement* source) {
+        const QString object = engine.objectFileName(source, request_.configuration, true);
+        if (!object.isEmpty())
+            files << object << engine.dependencyFileName(source, request_.configuration, object, true);
+    };
+    if (request_.has(BuildFlags::NoTools)) {
+        addOutputs(node);
+        for (ProjectElement* file : folder.excluded) addOutputs(file);
+    }
+    request_.builder->beginStep(node, QStringLiteral("Cleaning ") + quote(node->elementName()),
+                                request_.configuration, 0);
+    for (const QString& file : std::as_const(files))
+        if (QFileInfo::exists(file))
+            request_.builder->run(engine.projectDirectoryOf(node), {QStringLiteral("rm"), file}, QString());
+    request_.builder->endStep(node, request_.configuration);
+}
+
 bool Planner::leave(const Frame& frame) {
-    if (frame.answer) return *frame.answer;
-    if (request_.engine.isStopped()) return false;
     const NodeState& state = frame.state;
+    if (state.node->isConfiguration() || request_.engine.isStopped()) return false;
+    if (frame.isOnlyCleaned) return true;
     if (!request_.has(BuildFlags::AnalyzeOnly)) return buildKind(state);
     if (state.kind == BuildKind::CompileC || state.kind == BuildKind::CompileCpp) {
         request_.idler.stepDone(state.node, request_.configuration);

@@ -3,7 +3,6 @@
 #include "build/node_step.h"
 #include "build/unity_folder.h"
 
-#include <optional>
 #include <vector>
 
 namespace build {
@@ -25,13 +24,14 @@ private:
         ProjectElement* nextChild = nullptr;   // of the children in the tree,
         QList<ProjectElement*> excluded = {};  // or of those that a unity folder leaves out
         qsizetype nextExcluded = 0;
-        std::optional<bool> answer = std::nullopt;  // when it stands before the children are built
+        bool isOnlyCleaned = false;  // a unity folder whose source is deleted and not made again
 
         ProjectElement* takeNext();
     };
 
     void enter(ProjectElement* node);
     void enterUnityFolder(Frame& frame);
+    void cleanUnityFolder(ProjectElement* node, const UnityFolder& folder);
     bool leave(const Frame& frame);
     bool buildKind(const NodeState& state);
 

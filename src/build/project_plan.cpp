@@ -42,7 +42,8 @@ void ProjectPlan::addInConfiguration(ProjectElement* node, const QString& config
             leave(configuration);
         }
     }
-    frames_.clear();
+    for (; !frames_.empty(); frames_.pop_back())
+        if (frames_.back().hasProblem) worker_.endStep(frames_.back().node, configuration);
     open_.clear();
 }
 
@@ -60,6 +61,7 @@ bool ProjectPlan::enter(ProjectElement* node, const QString& configuration, bool
 
 void ProjectPlan::planNextDependency(const QString& configuration) {
     host_.idle();
+    if (engine_.buildTerminated) return;
     Frame& frame = frames_.back();
     const QString name = frame.dependencies[frame.next++];
     ProjectElement* const dependency = engine_.findProject(frame.node, name);
@@ -87,11 +89,11 @@ bool ProjectPlan::isPossible(ProjectElement* dependency, const QString& name, co
              configuration);
         return false;
     }
-    if (open_.contains(dependency)) {
+    if (!open_.contains(dependency)) return true;
+    // One is enough: a wildcard can close a cycle with every project that is being planned.
+    if (!std::exchange(frames_.back().hasCycle, true))
         warn(QStringLiteral("Project dependency cycle: ") + cycleText(dependency), configuration);
-        return false;
-    }
-    return true;
+    return false;
 }
 
 /// Warns in the problem step of the project, which opens with the first problem.
@@ -104,11 +106,19 @@ void ProjectPlan::warn(const QString& text, const QString& configuration) {
     worker_.warning(text);
 }
 
+/// The names along the cycle; of a long one those at its ends.
 QString ProjectPlan::cycleText(ProjectElement* dependency) const {
+    constexpr std::ptrdiff_t shownAtEachEnd = 50;
     const auto first = std::find_if(frames_.begin(), frames_.end(),
                                     [&](const Frame& frame) { return frame.node == dependency; });
     QStringList names;
-    for (auto frame = first; frame != frames_.end(); ++frame) names.append(frame->node->elementName());
+    for (auto frame = first; frame != frames_.end(); ++frame) {
+        if (frames_.end() - first > 2 * shownAtEachEnd && frame - first == shownAtEachEnd) {
+            names.append(QStringLiteral("..."));
+            frame = frames_.end() - shownAtEachEnd;
+        }
+        names.append(frame->node->elementName());
+    }
     names.append(dependency->elementName());
     return names.join(QStringLiteral(" -> "));
 }

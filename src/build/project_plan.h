@@ -36,6 +36,7 @@ private:
         QStringList dependencies;
         qsizetype next = 0;
         bool hasProblem = false;
+        bool hasCycle = false;
         bool hasPlanned = false;
         bool closesWithBarrier = false;  // it can't build beside others
     };

@@ -1,6 +1,7 @@
 #include "build/rebuild_decision.h"
 
 #include "build/file_time.h"
+#include "build/generated_files.h"
 #include "properties/property_value_group_class.h"
 
 #include <vector>
@@ -78,9 +79,14 @@ bool Target::exists(const DecisionLog& log) {
 }
 
 bool inputsOlderThan(const QString& directory, const Target& target, const QStringList& inputs,
-                     const DecisionLog& log) {
+                     const DecisionLog& log, const Rehearsal* rehearsal) {
     for (const QString& input : inputs) {
-        const std::optional<std::int64_t> time = modificationTime(resolvedPath(directory, input));
+        const QString path = resolvedPath(directory, input);
+        if (rehearsal && rehearsal->makes(path)) {
+            log.reason(input + QStringLiteral(" is made anew."));
+            return false;
+        }
+        const std::optional<std::int64_t> time = modificationTime(path);
         if (!time) {
             log.reason(input + QStringLiteral(" does not exist."));
             return false;

@@ -14,6 +14,8 @@
 /// Nothing is cached: every question asks the disk afresh.
 namespace build {
 
+class Rehearsal;
+
 /// What the tests say to the log: reasons and remarks, or nothing at all. The decision is the same.
 class DecisionLog {
 public:
@@ -42,8 +44,9 @@ struct Target {
 };
 
 /// Whether every input exists and none is newer than the target. Relative inputs stand below `directory`.
+/// What a `rehearsal` makes is newer than everything.
 bool inputsOlderThan(const QString& directory, const Target& target, const QStringList& inputs,
-                     const DecisionLog& log);
+                     const DecisionLog& log, const Rehearsal* rehearsal = nullptr);
 
 /// Whether nothing that a step of `kind` depends on has been set or cleared at the node or above it since
 /// `time`, in this configuration or one that counts for it, and no file of options is newer.

@@ -1,8 +1,8 @@
 #include "build/tool_commands.h"
 
+#include "build/generated_files.h"
 #include "build/link_inputs.h"
 #include "build/process/command_text.h"
-#include "build/response_file.h"
 #include "build/tool_options.h"
 
 #include <utility>
@@ -22,10 +22,11 @@ const char* languageSwitch(BuildKind kind) {
     }
 }
 
-/// "i", "l" or "ll".
+/// "i", "l", "ll", or nothing for a word that is none of the levels.
 QString integerCode(const QString& level) {
     if (level == u"long long") return QStringLiteral("ll");
-    return level == u"long" ? QStringLiteral("l") : QStringLiteral("i");
+    if (level == u"long") return QStringLiteral("l");
+    return level == u"int" ? QStringLiteral("i") : QString();
 }
 
 }  // namespace
@@ -61,7 +62,9 @@ void ToolCommand::addCommonHead() {
 void ToolCommand::runStep(const QString& title) {
     builder_.beginStep(properties_.node(), title, properties_.configuration(), 0);
     builder_.run(projectDirectory_, arguments_, request_.targetPath);
-    if (!engine_.isStopped()) builder_.endStep(properties_.node(), properties_.configuration());
+    // The step of a compilation that was cut short is closed by whoever cut it.
+    const bool isLinked = request_.kind == BuildKind::Link || request_.kind == BuildKind::Archive;
+    if (isLinked || !engine_.isStopped()) builder_.endStep(properties_.node(), properties_.configuration());
 }
 
 // --- Compiling and assembling ---
@@ -123,8 +126,7 @@ void ToolCommand::addSections() {
 bool ToolCommand::addCompilerOptions() {
     const auto& tools = properties_.tools();
     const auto addPair = [&](const char* prefix, const PropertyClass* plain, const PropertyClass* file) {
-        arguments_ += properties_.list(prefix, plain, true, true);
-        QStringList options;
+        QStringList options = splitEscaped(properties_.expanded(plain), false);
         if (!optionsFromFile(properties_, file, builder_, options)) return false;
         for (const QString& option : std::as_const(options))
             arguments_.append(QString::fromLatin1(prefix) + option);
@@ -155,8 +157,9 @@ QString ToolCommand::compileTitle() const {
 bool ToolCommand::addIndirectFile(const QString& stepTitle) {
     const QString path =
         indirectFilePath(engine_, properties_.node(), properties_.configuration(), request_.targetName);
-    if (!writeResponseFile(path, engine_.expandMacroList(properties_.node(), properties_.configuration(),
-                                                         request_.inputs))) {
+    if (!writeGeneratedFile(
+            engine_, path,
+            engine_.expandMacroList(properties_.node(), properties_.configuration(), request_.inputs))) {
         builder_.beginStep(properties_.node(), stepTitle, properties_.configuration(), 0);
         builder_.error(QStringLiteral("Cannot open file: ") + path);
         builder_.endStep(properties_.node(), properties_.configuration());

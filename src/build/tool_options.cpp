@@ -1,9 +1,7 @@
 #include "build/tool_options.h"
 
-#include "build/file_time.h"
+#include "build/generated_files.h"
 #include "build/process/command_text.h"
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -49,16 +47,17 @@ bool optionsFromFile(const NodeProperties& properties, const PropertyClass* file
                      QStringList& options) {
     const QString name = properties.expanded(fileProperty);
     if (name.isEmpty()) return true;
-    QFile file(resolvedPath(properties.projectDirectory(), name));
-    if (!file.open(QIODevice::ReadOnly)) {
+    const QString path = resolvedPath(properties.projectDirectory(), name);
+    const QByteArray text = readTextFile(path);
+    if (text.isNull()) {
         builder.beginStep(properties.node(), QStringLiteral("Locating Additional Options File"),
                           properties.configuration(), 0);
-        builder.error(QStringLiteral("Additional options file ") + quote(name) +
+        builder.error(QStringLiteral("Additional options file ") + quote(path) +
                       QStringLiteral(" does not exist."));
         builder.endStep(properties.node(), properties.configuration());
         return false;
     }
-    options += parseOptions(file.readAll().toStdString());
+    options += parseOptions({text.constData(), static_cast<std::size_t>(text.size())});
     return true;
 }
 

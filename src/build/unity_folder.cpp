@@ -1,8 +1,8 @@
 #include "build/unity_folder.h"
 
+#include "build/generated_files.h"
 #include "project/tree_walk.h"
 
-#include <QFile>
 #include <QRegExp>
 
 #include <algorithm>
@@ -40,14 +40,13 @@ UnityFolder readUnityFolder(const NodeProperties& folder) {
     return result;
 }
 
-void writeUnityFile(const UnityFolder& folder, const QString& configuration) {
-    project::makeDirectoryFor(folder.path);
-    QFile file(folder.path);
-    if (!file.open(QIODevice::WriteOnly)) return;
+void writeUnityFile(const BuildSystem& engine, const UnityFolder& folder, const QString& configuration) {
+    QStringList lines;
     for (ProjectElement* member : folder.members) {
         member->resolvePaths(configuration);
-        file.write("#include \"" + member->path.absFilePath().toUtf8() + "\"\n");
+        lines.append(QStringLiteral("#include \"") + member->path.absFilePath() + u'"');
     }
+    writeGeneratedFile(engine, folder.path, lines);
 }
 
 }  // namespace build

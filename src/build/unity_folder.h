@@ -8,6 +8,8 @@
 /// Folders that are compiled as one generated source file, which includes their members.
 namespace build {
 
+class BuildSystem;
+
 struct UnityFolder {
     QString path;                     ///< of the generated file
     QList<ProjectElement*> members;   ///< what it includes, in tree order
@@ -17,7 +19,8 @@ struct UnityFolder {
 /// Files that are excluded from the build are in neither list.
 UnityFolder readUnityFolder(const NodeProperties& folder);
 
-/// Writes the file of includes, and its directory. A file that can't be written stays as it is.
-void writeUnityFile(const UnityFolder& folder, const QString& configuration);
+/// Writes the file of includes, and its directory. A file that can't be opened stays as it is; one that can't
+/// be written in full is deleted, so that its compilation fails.
+void writeUnityFile(const BuildSystem& engine, const UnityFolder& folder, const QString& configuration);
 
 }  // namespace build

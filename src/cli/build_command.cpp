@@ -57,19 +57,24 @@ std::uint32_t flagsOf(const BuildOptions& options) {
     return flags;
 }
 
-/// Builds one node after the other, as long as none fails; the results as one.
 BuildResult buildAll(const Request& request, std::span<build::Builder* const> workers, build::Idler& host) {
-    BuildResult result = BuildResult::UpToDate;
-    for (ProjectElement* node : request.nodes) {
-        const BuildResult each =
-            request.engine.build(node, request.configuration, workers, host, request.flags,
-                                 request.followDependencies, request.batch);
-        result = std::max(result, each);
-        const bool goesOn = each == BuildResult::Failed && (request.flags & BuildFlags::KeepGoing);
-        if (each >= BuildResult::Failed && !goesOn) break;
-    }
-    return result;
+    return request.engine.build(request.nodes, request.configuration, workers, host, request.flags,
+                                request.followDependencies, request.batch);
 }
+
+/// Deletes what a build has made, and says what it could not delete.
+class Cleaner : public build::CleanBuilder {
+public:
+    void error(const QString& text) override {
+        hasFailed_ = true;
+        reportError(text.toStdString());
+    }
+    void warning(const QString& text) override { reportWarning(text.toStdString()); }
+    bool hasFailed() const { return hasFailed_; }
+
+private:
+    bool hasFailed_ = false;
+};
 
 const char* wordsFor(BuildResult result) {
     switch (result) {
@@ -90,36 +95,47 @@ int workerCountOf(const BuildOptions& options) {
     return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, maxWorkers);
 }
 
+int finish(BuildConsole& console, BuildResult result, bool hasFailedStep) {
+    if (result < BuildResult::Failed && hasFailedStep) result = BuildResult::Failed;
+    console.finish(wordsFor(result));
+    return result >= BuildResult::Failed ? 1 : 0;
+}
+
+int clean(const Request& request, const BuildOptions& options) {
+    BuildConsole console(request.engine, options.verbose);
+    Cleaner cleaner;
+    build::Builder* const worker = &cleaner;
+    const BuildResult result = buildAll(request, {&worker, 1}, console);
+    return finish(console, result, cleaner.hasFailed());
+}
+
 int runBuild(const Request& request, const BuildOptions& options) {
     BuildConsole console(request.engine, options.verbose);
     std::vector<std::unique_ptr<build::Builder>> owned;
     std::vector<build::Builder*> workers;
-    for (int i = options.clean ? 1 : workerCountOf(options); i > 0; --i) {
-        if (options.clean) {
-            owned.push_back(std::make_unique<build::CleanBuilder>());
-        } else {
-            owned.push_back(std::make_unique<build::AtelisBuilder>(request.engine, console));
-        }
+    for (int i = workerCountOf(options); i > 0; --i) {
+        owned.push_back(std::make_unique<build::AtelisBuilder>(request.engine, console));
         owned.back()->reset();
         workers.push_back(owned.back().get());
     }
     console.setWorkers(workers);
     BuildResult result = buildAll(request, workers, console);
-    if (result < BuildResult::Failed && console.hasFailedStep()) result = BuildResult::Failed;
     // A project that only compiles hands no work up, and neither does an external build that had nothing to
     // do.
     if (result == BuildResult::UpToDate && console.hasRunCommand()) result = BuildResult::Built;
     owned.clear();
-    console.finish(wordsFor(result));
-    return result >= BuildResult::Failed ? 1 : 0;
+    return finish(console, result, console.hasFailedStep());
 }
 
-int dryRun(const Request& request) {
+int dryRun(const Request& request, const BuildOptions& options) {
     Output output;
-    DryRunBuilder builder(output);
+    build::Rehearsal rehearsal;
+    DryRunBuilder builder(output, rehearsal, options.verbose);
     build::Builder* const worker = &builder;
     build::Idler host;
+    request.engine.rehearsal = &rehearsal;
     buildAll(request, {&worker, 1}, host);
+    request.engine.rehearsal = nullptr;
     return output.finish() && !builder.hasFailed() ? 0 : 1;
 }
 
@@ -136,7 +152,8 @@ int run(const BuildOptions& options, const GlobalOptions& globalOptions) {
         if (!request.nodes.back()) return 1;
     }
     if (request.nodes.empty()) request.nodes.push_back(solution);
-    return options.dryRun ? dryRun(request) : runBuild(request, options);
+    if (options.dryRun) return dryRun(request, options);
+    return options.clean ? clean(request, options) : runBuild(request, options);
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "cli/build_console.h"
 
+#include "cli/output.h"
+
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,21 +22,38 @@ void onInterrupt(int) {
     interruptSeen = 1;
 }
 
-/// The first interrupt ends the build in order, a second one the program.
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+
+/// An interrupt ends the build in order, which takes no longer than commands may take to end; a further one
+/// changes nothing, so that no command is left behind.
 void catchInterrupts() {
     interruptSeen = 0;
     struct sigaction action {};
     action.sa_handler = onInterrupt;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    ::sigaction(SIGINT, &action, nullptr);
-    ::sigaction(SIGTERM, &action, nullptr);
+    for (const int interrupt : interrupts) ::sigaction(interrupt, &action, nullptr);
     ::signal(SIGPIPE, SIG_IGN);  // commands are to be ended in order even when nobody reads
 }
 
 void releaseInterrupts() {
-    ::signal(SIGINT, SIG_DFL);
-    ::signal(SIGTERM, SIG_DFL);
+    for (const int interrupt : interrupts) ::signal(interrupt, SIG_DFL);
     ::signal(SIGPIPE, SIG_DFL);
+}
+
+/// The columns of the terminal, or a usual number.
+std::size_t terminalWidth() {
+    constexpr std::size_t usual = 80;
+    winsize size{};
+    return ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+}
+
+/// As much of the UTF-8 text as fits into so many columns, one for each character.
+std::string_view cutToWidth(std::string_view text, std::size_t width) {
+    std::size_t columns = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool beginsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
+        if (beginsCharacter && ++columns > width) return text.substr(0, i);
+    }
+    return text;
 }
 
 /// Whether a line is for those who asked for everything.
@@ -73,9 +93,9 @@ void BuildConsole::finish(const std::string& lastLine) {
 
 void BuildConsole::stepBegan(const void* worker, const QString& title) {
     Step& step = steps_[worker];
-    step.title = title.trimmed().toStdString();
+    step.title = printable(title.trimmed().toStdString());
     lastTitle_ = step.title;
-    if (isVerbose_) say(worker, step, false, {});
+    if (isVerbose_) say(worker, step, LogLine::Note, {});
     showFoot();
 }
 
@@ -86,15 +106,17 @@ void BuildConsole::line(const void* worker, LogLine kind, std::string_view text)
     const bool isOpen = steps_.count(worker) != 0;
     Step& step = steps_[worker];
     if (kind == LogLine::Command && !isVerbose_) {
-        say(worker, step, false, {});
+        say(worker, step, kind, {});
     } else {
-        say(worker, step, isProblem(kind), prefixOf(kind) + std::string(text) + '\n');
+        const bool isOurs = kind != LogLine::Output && kind != LogLine::ErrorOutput;
+        say(worker, step, kind, prefixOf(kind) + (isOurs ? printable(text) : std::string(text)) + '\n');
     }
     if (!isOpen) stepEnded(worker);  // said outside of any step
 }
 
 /// Adds to what the step says, behind its title when a command or a detail is to be told.
-void BuildConsole::say(const void* worker, Step& step, bool problem, std::string text) {
+void BuildConsole::say(const void* worker, Step& step, LogLine kind, std::string text) {
+    const bool problem = isProblem(kind);
     std::vector<Text> texts;
     if (!problem && !step.title.empty() && !std::exchange(step.isTitleShown, true))
         texts.push_back({false, step.title + '\n'});
@@ -106,13 +128,22 @@ void BuildConsole::say(const void* worker, Step& step, bool problem, std::string
     for (Text& each : texts) {
         if (speaker_ == worker) {
             write(each);
-        } else if (step.heldBytes <= maxHeld) {
-            step.heldBytes += each.bytes.size();
-            if (step.heldBytes > maxHeld)
-                each = {true, "atelis: warning: the output of \"" + step.title + "\" is cut\n"};
-            step.held.push_back(std::move(each));
+        } else {
+            hold(step, kind, std::move(each));
         }
     }
+}
+
+/// Keeps a text until the step may speak; of what tools print no more than is allowed.
+void BuildConsole::hold(Step& step, LogLine kind, Text text) {
+    const bool isOutput = kind == LogLine::Output || kind == LogLine::ErrorOutput;
+    if (isOutput) {
+        if (step.heldBytes > maxHeld) return;
+        step.heldBytes += text.bytes.size();
+        if (step.heldBytes > maxHeld)
+            text = {true, "atelis: warning: the output of \"" + step.title + "\" is cut\n"};
+    }
+    step.held.push_back(std::move(text));
 }
 
 void BuildConsole::stepEnded(const void* worker) {
@@ -149,7 +180,10 @@ void BuildConsole::stepDone(build::ProjectElement*, const QString&) {
 
 void BuildConsole::showFoot() {
     if (!isTerminal_ || lastTitle_.empty()) return;
-    std::fprintf(stdout, "\r\033[K[%d/%d] %s", stepsDone_, stepsTotal_, lastTitle_.c_str());
+    const std::string foot =
+        '[' + std::to_string(stepsDone_) + '/' + std::to_string(stepsTotal_) + "] " + lastTitle_;
+    const std::string_view shown = cutToWidth(foot, terminalWidth() - 1);
+    std::fprintf(stdout, "\r\033[K%.*s", static_cast<int>(shown.size()), shown.data());
     std::fflush(stdout);
     isFootShown_ = true;
 }
@@ -163,7 +197,7 @@ void BuildConsole::hideFoot() {
 void BuildConsole::idle() {
     if (!interruptSeen || std::exchange(isInterrupted_, true)) return;
     engine_.terminateBuild();
-    for (build::Builder* worker : workers_) worker->stop();
+    build::AtelisBuilder::stopAll(workers_);
 }
 
 void BuildConsole::waitForWorkers(std::span<build::Builder* const> workers) {

@@ -20,7 +20,7 @@ namespace cli {
 /// One step at a time speaks as it goes; the lines of others that run beside it wait until it has ended.
 class BuildConsole : public build::BuildLog, public build::Idler {
 public:
-    /// A step that must wait keeps so many bytes; what is beyond them is cut.
+    /// A step that must wait keeps so many bytes of its tools' output; what is beyond them is cut.
     static constexpr std::size_t maxHeld = std::size_t{8} << 20;
 
     /// While the console lives, an interrupt of the program ends the build of the engine in order.
@@ -56,7 +56,8 @@ private:
         std::size_t heldBytes = 0;
     };
 
-    void say(const void* worker, Step& step, bool isProblem, std::string text);
+    void say(const void* worker, Step& step, build::LogLine kind, std::string text);
+    static void hold(Step& step, build::LogLine kind, Text text);
     void write(const Text& text);
     void release();
     void showFoot();

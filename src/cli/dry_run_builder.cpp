@@ -1,24 +1,15 @@
 #include "cli/dry_run_builder.h"
 
-#include <algorithm>
-#include <iterator>
+#include "build/process/redirection.h"
+#include "project/base/path.h"
+
+#include <vector>
 
 namespace cli {
 
 namespace {
 
-/// Operators of the process runner, which a shell reads alike.
-constexpr const char* redirections[] = {">", "1>", ">>", "1>>", "2>", "2>>", "&>", "&>>"};
-
-bool isRedirection(const std::string& word) {
-    return std::find(std::begin(redirections), std::end(redirections), word) != std::end(redirections);
-}
-
-}  // namespace
-
-std::string shellWord(const std::string& text) {
-    constexpr const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_@%+=:,./-";
-    if (!text.empty() && text.find_first_not_of(plain) == std::string::npos) return text;
+std::string inQuotes(const std::string& text) {
     std::string word = "'";
     for (const char byte : text) {
         if (byte == '\'') {
@@ -30,17 +21,42 @@ std::string shellWord(const std::string& text) {
     return word + '\'';
 }
 
-void DryRunBuilder::run(const QString& workingDirectory, const QStringList& arguments, const QString&) {
-    std::string line = workingDirectory.isEmpty()
-                           ? std::string()
-                           : "cd " + shellWord(workingDirectory.toStdString()) + " && ";
-    bool isFirst = true;
-    for (const QString& argument : arguments) {
-        const std::string word = argument.toStdString();
-        if (!std::exchange(isFirst, false)) line += ' ';
-        line += isRedirection(word) ? word : shellWord(word);
-    }
-    output_ << line << "\n";
+/// A redirection as a shell writes it, which has no sign of its own for both streams.
+std::string shellRedirection(const std::string& sign, const std::string& file) {
+    if (sign.starts_with('&')) return ' ' + sign.substr(1) + ' ' + shellWord(file) + " 2>&1";
+    return ' ' + sign + ' ' + shellWord(file);
+}
+
+}  // namespace
+
+std::string shellWord(const std::string& text) {
+    constexpr const char* plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_@%+=:,./-";
+    return !text.empty() && text.find_first_not_of(plain) == std::string::npos ? text : inQuotes(text);
+}
+
+void DryRunBuilder::beginStep(build::ProjectElement*, const QString& title, const QString&, int) {
+    remark(title);
+}
+
+void DryRunBuilder::run(const QString& workingDirectory, const QStringList& arguments,
+                        const QString& outputFile) {
+    rehearsal_.willMake(project::resolvedPath(workingDirectory, outputFile));
+    std::vector<std::string> words;
+    for (const QString& argument : arguments) words.push_back(argument.toStdString());
+    const build::RedirectedCommand command = build::splitRedirections(words);
+    if (command.arguments.empty()) return;
+    if (!workingDirectory.isEmpty()) output_ << "cd " << shellWord(workingDirectory.toStdString()) << " && ";
+    // A shell would take a first word with "=" for a variable.
+    const std::string& program = command.arguments.front();
+    output_ << (program.find('=') == std::string::npos ? shellWord(program) : inQuotes(program));
+    for (const std::string& argument : command.arguments.subspan(1)) output_ << " " << shellWord(argument);
+    for (const auto& [sign, file] : command.redirections) output_ << shellRedirection(sign, file);
+    output_ << "\n";
+}
+
+/// Tells what a comment may tell, to those who want to know.
+void DryRunBuilder::remark(const QString& text) {
+    if (isVerbose_) output_ << "# " << printable(text.trimmed().toStdString()) << "\n";
 }
 
 void DryRunBuilder::error(const QString& text) {

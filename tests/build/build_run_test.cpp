@@ -133,6 +133,43 @@ TEST_F(BuildRunTest, DependencyProblemsAreWarnings) {
     EXPECT_EQ(builder.lines[1], "warning: Configuration ‘Unknown’ doesn't apply to dependent project ‘c’");
 }
 
+TEST_F(BuildRunTest, AWildcardClosesOneCycleForEachProject) {
+    constexpr int count = 150;
+    ProjectElement* first = nullptr;
+    for (int i = 0; i < count; ++i) {
+        ProjectElement* const each = newProject(("p" + std::to_string(i)).c_str(), "Library");
+        set(each, "project_dependencies", "p*");
+        if (!first) first = each;
+    }
+    PlanQueue queue;
+    ProjectPlan(engine, {0, true, true}, builder, host, queue).add(first, debug, false);
+    const auto isWarning = [](const std::string& line) { return line.starts_with("warning"); };
+    EXPECT_EQ(std::count_if(builder.lines.begin(), builder.lines.end(), isWarning), count - 1);
+    for (const std::string& line : builder.lines) EXPECT_LT(line.size(), 1000U);
+}
+
+TEST_F(BuildRunTest, AbandonedPlanningClosesItsSteps) {
+    class Terminator : public RecordingHost {
+    public:
+        explicit Terminator(BuildSystem& system) : system_(system) {}
+        void idle() override {
+            if (++turns_ == 2) system_.terminateBuild();
+        }
+
+    private:
+        BuildSystem& system_;
+        int turns_ = 0;
+    };
+    ProjectElement* const app = newProject("app", "Library");
+    set(app, "project_dependencies", "none;other");
+    Terminator terminator(engine);
+    PlanQueue queue;
+    ProjectPlan(engine, {0, true, true}, builder, terminator, queue).add(app, debug, false);
+    EXPECT_EQ(builder.lines,
+              (Lines{"[Dependency error detected in ‘app’]", "warning: Can't find project ‘none’", "]"}));
+    EXPECT_TRUE(queue.isEmpty());
+}
+
 TEST_F(BuildRunTest, ABatchTakesEachProjectsConfigurations) {
     ProjectElement* const app = newProject("app", "Library");
     const std::pair<const char*, const char*> rows[] = {
@@ -226,6 +263,14 @@ TEST_F(BuildRunTest, AFailureEndsTheBuildUnlessItKeepsGoing) {
     EXPECT_TRUE(exists("out/app/b.o"));
     EXPECT_THAT(log.lines, testing::Contains(
                                "Build failed - continuing because 'keep going on error' has been enabled"));
+    for (const char* file : {"c.c", "d.c"}) {
+        write(file);
+        set(addFile(app, file), "external_c_compile_command", "no-such-program");
+    }
+    write("e.c");
+    addFile(app, "e.c");
+    build(app, 2, BuildFlags::Quiet | BuildFlags::KeepGoing | BuildFlags::Rebuild);
+    EXPECT_TRUE(exists("out/app/e.o")) << "a command that can't start ends more than its own file";
     write("file");
     set(app, "build_object_file_name", "file/x.o");
     EXPECT_EQ(build(app, 1), BuildResult::Failed);
@@ -269,6 +314,40 @@ TEST_F(BuildRunTest, TerminationStartsNothingMore) {
               BuildResult::Terminated);
     EXPECT_TRUE(exists("out/first/a.o"));
     EXPECT_FALSE(exists("out/second/b.o"));
+}
+
+TEST_F(BuildRunTest, SeveralNodesAreOneRun) {
+    ProjectElement* const shared = newProject("shared", "Externally Built Library");
+    set(shared, "external_build_command", "sh -c \"echo built >> log\"");
+    ProjectElement* const one = newProject("one", "Library");
+    ProjectElement* const two = newProject("two", "Library");
+    AtelisBuilder worker(engine, log);
+    Builder* const workers[] = {&worker};
+    for (ProjectElement* each : {one, two}) {
+        set(each, "project_dependencies", "shared");
+        set(each, "project_type", "Object file");
+    }
+    ProjectElement* const nodes[] = {one, two, shared};
+    engine.build(nodes, debug, workers, host, BuildFlags::Quiet, true, false);
+    EXPECT_EQ(read("log"), "built\n");
+}
+
+TEST_F(BuildRunTest, ManyAreStoppedInTheTimeOfOne) {
+    std::vector<std::unique_ptr<AtelisBuilder>> owned;
+    std::vector<Builder*> workers;
+    for (int i = 0; i < 8; ++i) {
+        owned.push_back(std::make_unique<AtelisBuilder>(engine, log));
+        workers.push_back(owned.back().get());
+        workers.back()->start(directory.path(), {q("sh"), q("-c"), q("trap '' TERM; echo on; sleep 100")},
+                              QString());
+    }
+    while (log.lines.size() < workers.size()) {
+        AtelisBuilder::waitForAny(workers, 100);
+        for (Builder* worker : workers) ASSERT_FALSE(worker->finished(nullptr, debug));
+    }
+    const auto begin = std::chrono::steady_clock::now();
+    AtelisBuilder::stopAll(workers);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3));
 }
 
 TEST_F(BuildRunTest, StoppingEndsACommandAndItsPartialOutput) {

@@ -228,6 +228,8 @@ TEST_F(PlannerTest, StagesFilesAndThenTheProject) {
     EXPECT_FALSE(didWork);
     writeAt("out/a.txt", 100);
     EXPECT_EQ(plan(file), (Lines{"[Checking ‘a.txt’]", "up to date: 'out/a.txt' is up to date.", "]"}));
+    ASSERT_TRUE(QFile::remove(path("a.txt")));
+    EXPECT_EQ(plan(file)[1], "reason: @/a.txt does not exist.");
 }
 
 TEST_F(PlannerTest, CombinesItsFiles) {
@@ -280,6 +282,9 @@ TEST_F(PlannerTest, AUnityFolderIsOneSourceFile) {
     const std::string base = directory.path().toStdString();
     EXPECT_EQ(read("gen/unity.c"), "#include \"" + base + "/a.c\"\n#include \"" + base + "/b.c\"\n");
     EXPECT_EQ(engine.countBuildSteps(project, debug, 0), 2);
+    for (const char* made : {"unity.o", "slow1.o", "a.o"}) write(made);
+    EXPECT_EQ(plan(folder, ask | BuildFlags::Clean),
+              (Lines{"[Cleaning ‘src’]", "@: rm|@/gen/unity.c", "@: rm|@/unity.o", "@: rm|@/slow1.o", "]"}));
     set(folder, "unity_build_exclude_filter", "*");
     plan(folder, quiet | BuildFlags::Rebuild);
     EXPECT_EQ(read("gen/unity.c"), "");
@@ -289,12 +294,67 @@ TEST_F(PlannerTest, AUnityFolderIsOneSourceFile) {
 TEST_F(PlannerTest, CleanBuildersDeleteAndDoNothingElse) {
     write("a.o");
     ASSERT_TRUE(QFile::setPermissions(path("a.o"), QFile::ReadOwner));
-    CleanBuilder builder;
+    class Cleaner : public CleanBuilder {
+    public:
+        void error(const QString& text) override { errors.append(text); }
+        QStringList errors;
+    };
+    Cleaner builder;
     builder.start(directory.path(), {q("touch"), path("b.o")}, QString());
     builder.start(directory.path(), {q("rm")}, QString());
     builder.start(directory.path(), {q("rm"), path("a.o")}, QString());
     EXPECT_FALSE(exists("a.o"));
     EXPECT_FALSE(exists("b.o"));
+    write("kept");
+    ASSERT_TRUE(QFile::setPermissions(path("kept"), QFile::ReadOwner));
+    ASSERT_TRUE(QFile::link(path("kept"), path("link")));
+    builder.run(directory.path(), {q("rm"), q("link")}, QString());
+    EXPECT_FALSE(QFile::permissions(path("kept")) & QFile::WriteOwner)
+        << "the mode of a link's target is changed";
+    EXPECT_EQ(builder.errors, QStringList());
+    write("full/file");
+    builder.run(directory.path(), {q("rm"), q("full")}, QString());
+    EXPECT_EQ(builder.errors, QStringList{q("Cannot delete file: ") + path("full")});
+}
+
+TEST_F(PlannerTest, ARehearsalWritesNothingAndKnowsWhatWouldBeMade) {
+    ProjectElement* const app = external("app", "Externally Built Executable");
+    set(app, "external_link_command", "ld @$(ObjectsFilePath)");
+    set(app, "external_objects_file_name", "gen/objects");
+    set(app, "linker_post_build_command", "after");
+    set(app, "linker_post_build_command_wd", "gen/made");
+    ProjectElement* const folder = engine.addFolder(app, q("src"), QString());
+    set(folder, "unity_build_file_name", "gen/unity.c");
+    addFile(folder, "a.c");
+    write("a.c");
+    Rehearsal rehearsal;
+    engine.rehearsal = &rehearsal;
+    EXPECT_EQ(plan(app, quiet), (Lines{"[Compiling ‘src’]", "@: cc|@/gen/unity.c|unity.o -> @/unity.o", "]",
+                                       "[Linking ‘app.out’]", "@: ld|@@/gen/objects -> @/app.out", "]",
+                                       "[Post-link command ]", "@/gen/made: after", "]"}));
+    EXPECT_FALSE(exists("gen"));
+    write("unity.o");
+    writeAt("app.out", 100);
+    plan(app, quiet | BuildFlags::NoChildren);
+    EXPECT_FALSE(didWork);
+    rehearsal.willMake(path("./unity.o"));
+    EXPECT_THAT(plan(app, BuildFlags::NoChildren), testing::Contains("reason: unity.o is made anew."));
+    engine.rehearsal = nullptr;
+}
+
+TEST_F(PlannerTest, NothingFollowsAFileThatCannotBeWritten) {
+    write("file");
+    for (const char* type : {"Externally Built Executable", "Externally Built Library"}) {
+        ProjectElement* const project = external(type + 17, type);
+        set(project, "external_link_command", "ld");
+        set(project, "external_archive_command", "ar");
+        set(project, "linker_post_build_command", "after");
+        set(project, "archive_post_build_command", "after");
+        set(project, "external_objects_file_name", "file/objects");
+        EXPECT_EQ(plan(project, quiet),
+                  (Lines{"[Creating Objects File]", "error: Cannot open file: @/file/objects", "]"}));
+        EXPECT_FALSE(didWork);
+    }
 }
 
 }  // namespace

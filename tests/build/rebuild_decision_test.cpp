@@ -166,6 +166,12 @@ TEST_F(RebuildDecisionTest, DependencyFilesStandBesideTheirObjects) {
     EXPECT_TRUE(exists("deps"));
     write("deps/a.dep", "a.o: a.c a.h");
     EXPECT_THAT(texts(engine.readDependencyFile(file, debug, QString(), q("a.o"))), ElementsAre("a.h"));
+    write("deps/a.dep", "a.o: a.c a.h \\\r\n  b.h\r\n");
+    EXPECT_THAT(texts(engine.readDependencyFile(file, debug, QString(), q("a.o"))),
+                ElementsAre("a.h", "b.h"));
+    ASSERT_TRUE(QFile::remove(path("deps/a.dep")));
+    ASSERT_EQ(::mkfifo(path("deps/a.dep").toStdString().c_str(), 0600), 0);
+    EXPECT_THAT(engine.readDependencyFile(file, debug, QString(), q("a.o")), IsEmpty());
 }
 
 }  // namespace

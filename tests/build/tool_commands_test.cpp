@@ -86,8 +86,12 @@ TEST_F(ToolCommandsTest, AddsOptionsFromFilesBehindThoseOfTheirPair) {
         {assemble, {{"asm_additional_options_from_file", "own"}}, CC "-c|-xasm|a.c|-g|-I.|-Wa,-o1|" END},
         {c, {{"c_only_additional_options_from_file", "none"}}, "none"},
     });
-    EXPECT_THAT(builder->lines, ElementsAre("[Locating Additional Options File]", "error: Additional options file ‘none’ does not exist.", "]"));
+    EXPECT_THAT(builder->lines, ElementsAre("[Locating Additional Options File]", "error: Additional options file ‘@/none’ does not exist.", "]"));
     EXPECT_EQ(command(link, {{"linker_additional_options_from_file", "none"}}), "none");
+    ASSERT_EQ(::mkfifo(path("pipe").toStdString().c_str(), 0600), 0);
+    EXPECT_EQ(command(link, {{"linker_additional_options_from_file", "pipe"}}), "none");
+    write("crlf", "-a\r\n-b\r\n");
+    expectRows({{c, {{"c_additional_options_from_file", "crlf"}}, CC "-c|-xc|a.c|-g|-I.|-Wc,-a|-Wc,-b|" END}});
 }
 
 TEST_F(ToolCommandsTest, Links) {

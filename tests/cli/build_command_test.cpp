@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -68,6 +69,10 @@ TEST_F(BuildCommandTest, BuildsWhatIsOutOfDate) {
     EXPECT_EQ(build("").output, "Build up to date\n");
     EXPECT_EQ(build("-n").output, "");
     shell("touch app/report.h");
+    EXPECT_THAT(build("-n").output,
+                testing::AllOf(HasSubstr("main.o"), HasSubstr("-o Output/Debug/Exe/app.elf"),
+                               HasSubstr("objcopy"), Not(HasSubstr("mean.o -"))));
+    EXPECT_THAT(build("-n -v").output, HasSubstr("# Linking ‘app.elf’\n"));
     EXPECT_EQ(build("-j 1").output,
               "Compiling ‘main.cpp’\nCompiling ‘report.cpp’\nLinking ‘app.elf’\n"
               "Post-link command\nBuild complete\n");
@@ -81,6 +86,29 @@ TEST_F(BuildCommandTest, BuildsWhatIsOutOfDate) {
     EXPECT_EQ(build("-c Release gauge").output,
               "Compiling ‘mean.c’\nCompiling ‘steps.c’\n"
               "Archiving ‘libgauge.a’\nBuild complete\n");
+}
+
+TEST_F(BuildCommandTest, ADryRunFollowsDependenciesAndWritesNothing) {
+    EXPECT_THAT(build("-n").output, HasSubstr("gcc -std=c99"));
+    EXPECT_EQ(shell("ls"), "app\nassets\nlibrary\nworkshop.qxProject\n");
+    build("");
+    age();
+    shell("touch library/steps.c");
+    const std::string commands = build("-n").output;
+    EXPECT_THAT(commands, testing::AllOf(HasSubstr("ar rcs"), HasSubstr("-o Output/Debug/Exe/app.elf")));
+    writeFile("commands.sh", commands);
+    shell("sh -e commands.sh");
+    EXPECT_EQ(build("").output, "Build up to date\n");
+    replaceInSolution("ar rcs", "A=b ar &quot;it's&quot; &amp;&gt; log x");
+    EXPECT_THAT(build("-n --rebuild gauge").output, HasSubstr(" && 'A=b' ar 'it'\\''s' > log 2>&1\n"));
+}
+
+TEST_F(BuildCommandTest, SaysWhatCannotBeDeleted) {
+    shell("mkdir -p Output/Debug/Exe/libgauge.a/full");
+    const Outcome outcome = build("--clean gauge");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output, "Build failed\n");
+    EXPECT_THAT(outcome.errors, testing::MatchesRegex("atelis: error: Cannot delete file: .*/libgauge.a\n"));
 }
 
 TEST_F(BuildCommandTest, SaysWhatFails) {
@@ -128,15 +156,32 @@ TEST_F(BuildCommandTest, KeepsTheLinesOfAStepTogether) {
 }
 
 TEST_F(BuildCommandTest, AnInterruptEndsTheBuildInOrder) {
-    writeFile("app/main.cpp", "");
-    replaceInSolution("gcc -std=c99", "sh -c &quot;echo $$$$ &gt; pid; sleep 100&quot; gcc -std=c99");
+    // The command starts another, and neither ends when it is asked to.
+    replaceInSolution("gcc -std=c99",
+                      "sh -c &quot;trap '' TERM; sh -c 'sleep 100; :' & echo $$! &gt; grandchild; echo $$$$ "
+                      "&gt; pid; sleep 100; :&quot; gcc -std=c99");
     const std::string program = ATELIS_PROGRAM " build workshop.qxProject -j 1";
-    const std::string output =
-        shell("(" + program +
-              " & echo $! > atelis; wait $!; echo status $?) & "
-              "while ! test -s pid; do sleep 0.02; done; kill -INT $(cat atelis); wait");
-    EXPECT_EQ(output, "Compiling ‘mean.c’\nBuild terminated\nstatus 1\n");
-    EXPECT_EQ(shell("kill -0 $(cat pid) 2>&1 && echo alive || true").find("alive"), std::string::npos);
+    for (const char* signals : {"INT", "HUP", "INT INT"}) {
+        shell("rm -f pid");
+        const std::string output =
+            shell("(" + program +
+                  " & echo $! > atelis; wait $!; echo status $?) & while ! test -s pid; do sleep 0.02; done; "
+                  "for s in " +
+                  std::string(signals) + "; do kill -$s $(cat atelis); sleep 0.1; done; wait");
+        EXPECT_EQ(output, "Compiling ‘mean.c’\nBuild terminated\nstatus 1\n") << signals;
+        EXPECT_EQ(shell("cat /proc/$(cat pid)/status /proc/$(cat grandchild)/status 2> log | grep State: | "
+                        "grep -v Z"),
+                  "");
+    }
+}
+
+TEST_F(BuildCommandTest, OutputWithoutALineEndComesWhole) {
+    replaceInSolution("gcc -std=c99",
+                      "sh -c &quot;echo; head -c 3000000 /dev/zero | tr '\\0' x; exit 3&quot; gcc -std=c99");
+    const Outcome outcome = build("-j 1 gauge");
+    EXPECT_EQ(std::count(outcome.output.begin(), outcome.output.end(), 'x'), 3000000);
+    EXPECT_THAT(outcome.errors, EndsWith("atelis: error: sh failed with exit code 3\n"));
+    EXPECT_EQ(outcome.status, 1);
 }
 
 TEST_F(BuildCommandTest, ExportsRunUnderShAndMake) {

@@ -136,21 +136,25 @@ int Child::collect() {
     return take(status);
 }
 
+void Child::requestStop() {
+    constexpr std::chrono::milliseconds grace(500);
+    if (!isRunning() || stopDeadline_) return;
+    stopDeadline_ = std::chrono::steady_clock::now() + grace;
+    ::kill(target(), SIGTERM);
+    ::kill(target(), SIGCONT);
+}
+
 int Child::stop() {
-    constexpr int graceMilliseconds = 500;
-    const pid_t target = isDetached_ ? -pid_ : pid_;
-    ::kill(target, SIGTERM);
-    ::kill(target, SIGCONT);
-    waitForEnd(graceMilliseconds);
+    requestStop();
+    waitForEnd(*stopDeadline_);
     // As long as the child is not collected its number, and that of its group, belong to nobody else.
-    ::kill(target, SIGKILL);
+    ::kill(target(), SIGKILL);
     return collect();
 }
 
-bool Child::waitForEnd(int milliseconds) const {
+bool Child::waitForEnd(std::chrono::steady_clock::time_point deadline) const {
     using namespace std::chrono;
     constexpr int step = 5;  // where the end of a child cannot be waited for
-    const auto deadline = steady_clock::now() + std::chrono::milliseconds(milliseconds);
     while (true) {
         siginfo_t information{};
         const bool failed =
@@ -165,6 +169,7 @@ bool Child::waitForEnd(int milliseconds) const {
 
 int Child::take(int status) {
     pid_ = 0;
+    stopDeadline_.reset();
     end_ = Descriptor();
     return exitCode(status);
 }

@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
@@ -37,18 +38,23 @@ public:
     std::optional<int> tryCollect();
     /// Waits for the end and collects the exit status.
     int collect();
-    /// Ends a detached child and all that it started: asks first, and a little later insists.
+    /// Asks a detached child and all that it started to end.
+    void requestStop();
+    /// Asks unless that was done, waits a little from then on, and insists.
     int stop();
 
     /// Becomes readable when the child ends; -1 where the system has no such descriptor.
     int endDescriptor() const { return end_.number(); }
 
 private:
-    bool waitForEnd(int milliseconds) const;
+    bool waitForEnd(std::chrono::steady_clock::time_point deadline) const;
     int take(int status);
+
+    pid_t target() const { return isDetached_ ? -pid_ : pid_; }
 
     pid_t pid_ = 0;
     bool isDetached_ = false;
+    std::optional<std::chrono::steady_clock::time_point> stopDeadline_;
     Descriptor end_;
 };
 

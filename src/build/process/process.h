@@ -43,6 +43,9 @@ public:
     bool update();
     /// That of the last child that ended.
     int exitCode() const { return exitCode_; }
+    /// Asks the child and everything that it started to end, without waiting. Many are stopped sooner when
+    /// all are asked first.
+    void requestStop() { child_.requestStop(); }
     /// Ends the child and everything that it started, and hands on what they had written.
     void stop();
 

@@ -40,7 +40,7 @@ RedirectedCommand splitRedirections(std::span<const std::string> arguments) {
     const auto count = static_cast<std::size_t>(first - arguments.begin());
     RedirectedCommand command{arguments.first(count), {}};
     for (std::size_t i = count; i + 1 < arguments.size(); i += 2)
-        command.redirections.emplace_back(arguments[i], arguments[i + 1]);
+        if (findOperator(arguments[i])) command.redirections.emplace_back(arguments[i], arguments[i + 1]);
     return command;
 }
 

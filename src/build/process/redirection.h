@@ -15,7 +15,7 @@ struct RedirectedCommand {
 };
 
 /// Cuts the list off at the first of ">", "1>", ">>", "1>>", "2>", "2>>", "&>", "&>>". What stands there is
-/// read as pairs of operator and file name; an operator with nothing behind it is dropped.
+/// read as pairs of operator and file name; what is no such pair is dropped.
 RedirectedCommand splitRedirections(std::span<const std::string> arguments);
 
 /// The files that take the place of a child's streams; empty where a stream is not redirected. Both may be

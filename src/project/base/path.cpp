@@ -219,6 +219,10 @@ void makeDirectoryFor(const QString& filePath) {
     if (!filePath.isEmpty()) QDir().mkpath(Path(filePath).dirPath());
 }
 
+QString resolvedPath(const QString& directory, const QString& name) {
+    return directory.isEmpty() || name.isEmpty() || isAbsolutePath(name) ? name : directory + u'/' + name;
+}
+
 bool isAbsolutePath(const QString& text) {
     return (!text.isEmpty() && isSeparator(text[0])) || hasDriveLetter(text);
 }

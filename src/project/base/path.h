@@ -80,6 +80,9 @@ bool tryRelativeFilePath(const QString& baseDirectory, const QString& file, QStr
 /// Creates the directory that holds `filePath`, with all its parents. An empty text does nothing.
 void makeDirectoryFor(const QString& filePath);
 
+/// `name` from `directory`, unless it is absolute or empty.
+QString resolvedPath(const QString& directory, const QString& name);
+
 /// True for a text that begins with "/", "\" or a drive letter with its colon.
 bool isAbsolutePath(const QString& text);
 
