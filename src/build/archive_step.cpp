@@ -1,6 +1,7 @@
 #include "build/archive_step.h"
 
 #include "build/link_inputs.h"
+#include "build/process/command_text.h"
 
 namespace build {
 
@@ -55,7 +56,7 @@ bool ArchiveStep::archiveExternally() const {
 bool ArchiveStep::postArchive() const {
     const auto& tools = properties().tools();
     const QString text = properties().expanded(tools.archive_post_build_command, targetMacros(library_));
-    const Commands commands = commandsOf(text, "&&");
+    const QList<QStringList> commands = commandsOf(text, "&&");
     if (commands.isEmpty()) return true;
     beginStep(QStringLiteral("Post-archive command "));
     if (!runAll(commands, properties().directory(tools.archive_post_build_command_wd), QString()))

@@ -68,8 +68,7 @@ void AtelisBuilder::start(const QString& workingDirectory, const QStringList& ar
     std::vector<std::string> command;
     for (const QString& argument : arguments) command.push_back(argument.toStdString());
     program_ = command.front();
-    const QString installed = installedToolPath(arguments.front());
-    if (!installed.isEmpty() && QFileInfo::exists(installed)) command.front() = installed.toStdString();
+    command.front() = programToRun(arguments.front()).toStdString();
     const std::string directory = workingDirectory.toStdString();
     log_.line(this, LogLine::Command, commandText(command, directory));
     if (!prepareOutput(resolvedPath(workingDirectory, outputFile))) return;

@@ -59,7 +59,7 @@ BuildResult BuildSystem::build(std::span<ProjectElement* const> nodes, const QSt
             const int steps = countBuildSteps(node, configuration, flags);
             queue.append({node, configuration, PlanItem::wordOf(flags | BuildFlags::ProjectBegin, steps),
                           planTitle(node, configuration, flags)});
-            queue.append({node, configuration, (flags & 0xFFFF) | BuildFlags::ProjectEnd});
+            queue.append({node, configuration, PlanItem::wordOf(flags | BuildFlags::ProjectEnd, 0)});
             if (nodes.size() == 1) workers = workers.first(1);
         }
     }

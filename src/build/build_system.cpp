@@ -61,11 +61,7 @@ QString BuildSystem::dependencyFileName(ProjectElement* node, const QString& con
                                         const QString& objectName, bool absolute) {
     const NodeProperties properties(*this, node, configuration);
     const QString named = properties.expanded(schema().tools.build_dependency_file_name);
-    if (!named.isEmpty()) {
-        const QString path = resolvedPath(properties.projectDirectory(), named);
-        makeDirectory(*this, project::Path(path).dirPath());
-        return absolute ? path : named;
-    }
+    if (!named.isEmpty()) return absolute ? resolvedPath(properties.projectDirectory(), named) : named;
     const QString name = project::Path(objectName).baseName() + QStringLiteral(".d");
     return absolute ? intermediateFilePath(node, configuration, name)
                     : properties.expanded(schema().general.build_intermediate_directory) + u'/' + name;

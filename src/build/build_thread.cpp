@@ -73,7 +73,7 @@ bool BuildThread::recordPreBuild() {
     const NodeProperties properties(engine_, item_.node, item_.configuration);
     const auto& general = properties.general();
     const QString command = properties.expanded(general.pre_build_command);
-    if (command.isEmpty()) return false;
+    if (command.isEmpty() || item_.has(BuildFlags::NoTools)) return false;
     const auto isWorkDue = [&] {
         NullBuilder nobody;
         Idler idler;
@@ -92,7 +92,7 @@ void BuildThread::recordPostBuild() {
     const NodeProperties properties(engine_, item_.node, item_.configuration);
     const auto& general = properties.general();
     const QString command = properties.expanded(general.post_build_command);
-    if (command.isEmpty()) return;
+    if (command.isEmpty() || item_.has(BuildFlags::NoTools)) return;
     if (didWork_ || properties.reads(general.post_build_command_control, u"Always Run"))
         recordUserCommand(QStringLiteral("Post-Building "), command, general.post_build_command_wd);
 }
@@ -103,10 +103,7 @@ void BuildThread::recordUserCommand(const QString& verb, const QString& command,
         NodeProperties(engine_, item_.node, item_.configuration).directory(workingDirectory);
     makeDirectory(engine_, directory);
     beginStep(item_.node, verb + quote(item_.node->elementName()), item_.configuration, 0);
-    for (const QString& part : command.split(QStringLiteral(" && "), Qt::SkipEmptyParts)) {
-        const QStringList arguments = parseCommandLine(part);
-        if (!arguments.isEmpty()) run(directory, arguments, QString());
-    }
+    for (const QStringList& arguments : commandsOf(command, " && ")) run(directory, arguments, QString());
     endStep(item_.node, item_.configuration);
 }
 

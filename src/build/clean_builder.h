@@ -4,7 +4,8 @@
 
 namespace build {
 
-/// Deletes the files that "rm" commands name, be they read-only or not, and ignores everything else.
+/// Deletes the files that "rm" commands name, be they read-only or not, and ignores everything else. What
+/// can't be deleted is an `error`.
 class CleanBuilder : public Builder {
 public:
     void beginStep(ProjectElement*, const QString&, const QString&, int) override {}
@@ -16,6 +17,10 @@ public:
         run(workingDirectory, arguments, outputFile);
     }
     void error(const QString&) override {}
+    bool hasDeleted() const { return hasDeleted_; }
+
+private:
+    bool hasDeleted_ = false;
 };
 
 }  // namespace build

@@ -1,5 +1,6 @@
 #include "build/compile_step.h"
 
+#include "build/generated_files.h"
 #include "build/process/command_text.h"
 #include "project/build_outputs.h"
 
@@ -27,7 +28,7 @@ bool CompileStep::build() {
         return false;
     }
     endCheck();
-    if (request().has(BuildFlags::Clean)) cleanOutputs();
+    if (request().has(BuildFlags::Clean)) clean(outputs());
     if (endsAtDecision()) return true;
     const QString source = preCompile();
     if (isStopped()) return true;
@@ -46,11 +47,11 @@ bool CompileStep::isUpToDate() {
     return inputsOlderThan(object_, dependencies) && propertiesUnchangedSince(object_);
 }
 
-void CompileStep::cleanOutputs() const {
+QStringList CompileStep::outputs() const {
     QStringList files{object_.path,
                       engine().dependencyFileName(node(), request().configuration, object_.name, true)};
     engine().extraOutputFiles(node(), request().configuration, state().kind, object_.path, files);
-    clean(files);
+    return files;
 }
 
 QString CompileStep::preCompile() const {
@@ -102,6 +103,7 @@ MacroTable CompileStep::compileMacros() const {
         return properties().list(prefix, list, true, escaped).join(u' ');
     };
     MacroTable macros = targetMacros(object_);
+    makeDirectory(engine(), project::Path(dependencyFile(true)).dirPath());
     macros.insert(QStringLiteral("DependencyPath"), dependencyFile(true));
     macros.insert(QStringLiteral("RelDependencyPath"), dependencyFile(false));
     macros.insert(QStringLiteral("Defines"), joined("-D", tools.c_preprocessor_definitions, true));

@@ -9,10 +9,11 @@ class CompileStep : public NodeStep {
 public:
     CompileStep(const BuildRequest& request, const NodeState& state);
     bool build();
+    /// The files that a compilation leaves.
+    QStringList outputs() const;
 
 private:
     bool isUpToDate();
-    void cleanOutputs() const;
     /// Answers the file that the compiler reads.
     QString preCompile() const;
     void compile(const QString& source) const;

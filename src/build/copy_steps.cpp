@@ -19,7 +19,7 @@ bool CopyStep::make(const Texts& texts, const MacroTable& macros) const {
     beginStep(QString::fromLatin1(texts.title) + quotedName());
     const QString directory = properties().directory(texts.workingDirectory);
     makeDirectory(engine(), directory);
-    const Commands commands = commandsOf(properties().expanded(texts.command, macros), "&&");
+    const QList<QStringList> commands = commandsOf(properties().expanded(texts.command, macros), "&&");
     if (commands.isEmpty()) {
         if (!request().isQuiet()) builder().upToDate(QStringLiteral("nothing to do"));
         endStep();

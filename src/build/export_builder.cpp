@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QSet>
 
+#include <vector>
+
 namespace build {
 
 namespace {

@@ -38,7 +38,7 @@ void makeDirectory(const BuildSystem& engine, const QString& directory) {
 }
 
 QByteArray readTextFile(const QString& path) {
-    constexpr qint64 maxSize = qint64{64} << 20;
+    constexpr qint64 maxSize = qint64{8} << 20;
     const QFileInfo info(path);
     QFile file(path);
     if (!info.isFile() || info.size() > maxSize || !file.open(QIODevice::ReadOnly)) return {};

@@ -9,8 +9,8 @@ namespace build {
 
 class BuildSystem;
 
-/// A build that is only told of. While the engine has one, the planner writes nothing, and what the commands
-/// of the build and the planner would have made counts as there and new.
+/// A build that is only told of. While the engine has one, the planner writes nothing. What the planner and
+/// the commands would have made by then counts as there, and as newer than every target.
 class Rehearsal {
 public:
     void willMake(const QString& path);
@@ -28,7 +28,7 @@ bool writeGeneratedFile(const BuildSystem& engine, const QString& path, const QS
 void makeDirectory(const BuildSystem& engine, const QString& directory);
 
 /// Reads the whole of a file of text that a tool or a user wrote, with LF for each CR LF. Null when it can't
-/// be read, is no regular file, or has more than 64 MiB.
+/// be read, is no regular file, or has more than 8 MiB.
 QByteArray readTextFile(const QString& path);
 
 }  // namespace build

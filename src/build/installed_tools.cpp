@@ -2,6 +2,8 @@
 
 #include "project/base/macro_engine.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <iterator>
 
@@ -19,6 +21,11 @@ QString installedToolPath(const QString& program) {
     if (!isTool) return {};
     const QString directory = QStringLiteral("$(AtelisDir)/bin/");
     return (project::macroEngine ? project::macroEngine->expandGlobal(directory) : directory) + program;
+}
+
+QString programToRun(const QString& program) {
+    const QString installed = installedToolPath(program);
+    return !installed.isEmpty() && QFileInfo::exists(installed) ? installed : program;
 }
 
 }  // namespace build

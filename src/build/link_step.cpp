@@ -127,29 +127,34 @@ void LinkStep::preLink() const {
 }
 
 bool LinkStep::link() const {
+    if (request().engine.rehearsal) rehearse(*request().engine.rehearsal);
     const auto& tools = properties().tools();
-    const bool linksExternally = properties().isSet(tools.external_link_command) ||
-                                 (properties().isSet(tools.external_cpp_link_command) &&
-                                  engine().isCppProject(node(), request().configuration));
-    if (linksExternally) return linkExternally();
+    const bool isCpp = properties().isSet(tools.external_cpp_link_command) &&
+                       engine().isCppProject(node(), request().configuration);
+    const PropertyClass* const command =
+        isCpp ? tools.external_cpp_link_command : tools.external_link_command;
+    if (properties().isSet(command)) return linkExternally(command);
     engine().runTool(node(), request().configuration, BuildKind::Link, executable_.name, executable_.path,
                      objects_, &builder(), !request().has(BuildFlags::NoDependencyFiles));
     return true;
 }
 
-bool LinkStep::linkExternally() const {
-    const auto& tools = properties().tools();
+bool LinkStep::linkExternally(const PropertyClass* command) const {
     MacroTable macros = targetMacros(executable_);
     if (!addObjectMacros(objects_, macros)) return false;
     addLinkMacros(macros);
-    const bool isCpp = properties().isSet(tools.external_cpp_link_command) &&
-                       engine().isCppProject(node(), request().configuration);
-    QStringList arguments = parseCommandLine(
-        properties().expanded(isCpp ? tools.external_cpp_link_command : tools.external_link_command, macros));
+    QStringList arguments = parseCommandLine(properties().expanded(command, macros));
     addToolOptions(arguments, {properties::Tool::Linker});
     runStep(QStringLiteral("Linking ") + quote(project::Path(executable_.name).fileName()),
             projectDirectory(), arguments, executable_.path);
     return true;
+}
+
+/// What the commands around a link make beside the executable.
+void LinkStep::rehearse(Rehearsal& rehearsal) const {
+    for (const QString& file : postLinkOutputFiles()) rehearsal.willMake(file);
+    QString map;
+    if (engine().mapFileName(node(), request().configuration, executable_.path, map)) rehearsal.willMake(map);
 }
 
 void LinkStep::addLinkMacros(MacroTable& macros) const {

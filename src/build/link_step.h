@@ -19,7 +19,8 @@ private:
     void preLink() const;
     /// False, after an error, when the command can't be made.
     bool link() const;
-    bool linkExternally() const;
+    bool linkExternally(const PropertyClass* command) const;
+    void rehearse(Rehearsal& rehearsal) const;
     void addLinkMacros(MacroTable& macros) const;
     void postLink() const;
     /// What a link leaves beside the executable and its map.

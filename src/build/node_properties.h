@@ -42,9 +42,10 @@ public:
         return engine_.expandProperty(node_, propertyClass, configuration_);
     }
     QString expanded(const PropertyClass* propertyClass, const MacroTable& macros) const;
-    /// The directory that a value names; a relative one stands below that of the project.
+    /// The directory that a value names: that of the project, or one that stands there when it is relative.
     QString directory(const PropertyClass* propertyClass) const {
-        return resolvedPath(projectDirectory(), expanded(propertyClass));
+        const QString name = expanded(propertyClass);
+        return name.isEmpty() ? projectDirectory() : resolvedPath(projectDirectory(), name);
     }
     /// The items of a list value, each behind `prefix`. `escaped`: a backslash takes the next character as it
     /// is.

@@ -1,7 +1,6 @@
 #include "build/node_step.h"
 
 #include "build/generated_files.h"
-#include "build/process/command_text.h"
 #include "build/tool_options.h"
 
 #include <QFileInfo>
@@ -75,22 +74,13 @@ void NodeStep::runStep(const QString& title, const QString& workingDirectory, co
     endStep();
 }
 
-bool NodeStep::runAll(const Commands& commands, const QString& workingDirectory,
+bool NodeStep::runAll(const QList<QStringList>& commands, const QString& workingDirectory,
                       const QString& outputFile) const {
     for (const QStringList& command : commands) {
         builder().run(workingDirectory, command, outputFile);
         if (isStopped()) return false;
     }
     return true;
-}
-
-NodeStep::Commands NodeStep::commandsOf(const QString& text, const char* separator) {
-    Commands commands;
-    for (const QString& part : text.split(QString::fromLatin1(separator), Qt::SkipEmptyParts)) {
-        const QStringList arguments = parseCommandLine(part);
-        if (!arguments.isEmpty()) commands.append(arguments);
-    }
-    return commands;
 }
 
 MacroTable NodeStep::targetMacros(const Target& target) {

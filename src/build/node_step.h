@@ -43,8 +43,6 @@ public:
     NodeStep& operator=(const NodeStep&) = delete;
 
 protected:
-    using Commands = QList<QStringList>;
-
     ~NodeStep() = default;
 
     ProjectElement* node() const { return state_.node; }
@@ -83,10 +81,8 @@ protected:
     void runStep(const QString& title, const QString& workingDirectory, const QStringList& arguments,
                  const QString& outputFile) const;
     /// Runs the commands in order. False as soon as the build is stopped.
-    bool runAll(const Commands& commands, const QString& workingDirectory, const QString& outputFile) const;
-    /// The commands of a text, which `separator` stands between.
-    static Commands commandsOf(const QString& text, const char* separator);
-
+    bool runAll(const QList<QStringList>& commands, const QString& workingDirectory,
+                const QString& outputFile) const;
     /// The macros of a target: TargetPath and RelTargetPath.
     static MacroTable targetMacros(const Target& target);
     /// Adds what external commands call the inputs, and writes the file of them when one is asked for. False,

@@ -2,7 +2,6 @@
 
 #include "build/node_properties.h"
 
-#include <QHash>
 #include <QSet>
 #include <QString>
 

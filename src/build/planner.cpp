@@ -62,7 +62,7 @@ void Planner::enterUnityFolder(Frame& frame) {
     UnityFolder folder = readUnityFolder({request_.engine, node, request_.configuration});
     request_.engine.setElementAttribute(node, project::keys::fileName, folder.path);
     node->pathValid = false;
-    if (request_.has(BuildFlags::Clean) && request_.builder) cleanUnityFolder(node, folder);
+    if (request_.has(BuildFlags::Clean)) cleanUnityFolder(frame.state, folder);
     if (request_.has(BuildFlags::Clean) && request_.has(BuildFlags::NoTools)) {
         frame.isOnlyCleaned = true;
         return;
@@ -79,24 +79,24 @@ void Planner::enterUnityFolder(Frame& frame) {
 
 /// Deletes the source of the folder. When nothing is built, no step looks at what was made of it and of the
 /// files that it leaves out, so that this goes too.
-void Planner::cleanUnityFolder(ProjectElement* node, const UnityFolder& folder) {
-    BuildSystem& engine = request_.engine;
-    QStringList files{folder.path};
+void Planner::cleanUnityFolder(const NodeState& folder, const UnityFolder& unity) {
+    class Cleaning : public NodeStep {
+    public:
+        using NodeStep::clean;
+        using NodeStep::NodeStep;
+    };
+    QStringList files{unity.path};
     const auto addOutputs = [&](ProjectElement* source) {
-        const QString object = engine.objectFileName(source, request_.configuration, true);
-        if (!object.isEmpty())
-            files << object << engine.dependencyFileName(source, request_.configuration, object, true);
+        NodeState state = folder;
+        state.node = source;
+        state.kind = request_.engine.classifyNode(source, request_.configuration);
+        if (properties::isCompilation(state.kind)) files += CompileStep(request_, state).outputs();
     };
     if (request_.has(BuildFlags::NoTools)) {
-        addOutputs(node);
-        for (ProjectElement* file : folder.excluded) addOutputs(file);
+        addOutputs(folder.node);
+        for (ProjectElement* file : unity.excluded) addOutputs(file);
     }
-    request_.builder->beginStep(node, QStringLiteral("Cleaning ") + quote(node->elementName()),
-                                request_.configuration, 0);
-    for (const QString& file : std::as_const(files))
-        if (QFileInfo::exists(file))
-            request_.builder->run(engine.projectDirectoryOf(node), {QStringLiteral("rm"), file}, QString());
-    request_.builder->endStep(node, request_.configuration);
+    Cleaning(request_, folder).clean(files);
 }
 
 bool Planner::leave(const Frame& frame) {

@@ -31,7 +31,7 @@ private:
 
     void enter(ProjectElement* node);
     void enterUnityFolder(Frame& frame);
-    void cleanUnityFolder(ProjectElement* node, const UnityFolder& folder);
+    void cleanUnityFolder(const NodeState& folder, const UnityFolder& unity);
     bool leave(const Frame& frame);
     bool buildKind(const NodeState& state);
 

@@ -6,6 +6,7 @@
 #include <QRegExp>
 
 #include <algorithm>
+#include <utility>
 
 namespace build {
 

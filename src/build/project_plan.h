@@ -6,7 +6,6 @@
 #include <QSet>
 #include <QStringList>
 
-#include <utility>
 #include <vector>
 
 namespace build {

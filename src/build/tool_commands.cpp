@@ -83,14 +83,20 @@ void ToolCommand::runCompilation() {
     addGroupOptions();
     arguments_ += properties_.list("-D", tools.c_preprocessor_definitions, true, true);
     arguments_ += properties_.list("-U", tools.c_preprocessor_undefinitions, true, false);
-    if (request_.generateDependencies)
-        add(QStringLiteral("-depend"),
-            engine_.dependencyFileName(properties_.node(), properties_.configuration(), request_.targetName,
-                                       false));
+    if (request_.generateDependencies) addDependencyFile();
     addSections();
     if (!addCompilerOptions()) return;
     add(QStringLiteral("-o"), request_.targetName);
     runStep(compileTitle());
+}
+
+void ToolCommand::addDependencyFile() {
+    const auto name = [this](bool absolute) {
+        return engine_.dependencyFileName(properties_.node(), properties_.configuration(),
+                                          request_.targetName, absolute);
+    };
+    makeDirectory(engine_, project::Path(name(true)).dirPath());
+    add(QStringLiteral("-depend"), name(false));
 }
 
 /// What the chosen property groups add.

@@ -37,6 +37,7 @@ private:
 
     void addCommonHead();
     bool addIndirectFile(const QString& stepTitle);
+    void addDependencyFile();
     void addGroupOptions();
     void addSections();
     bool addCompilerOptions();

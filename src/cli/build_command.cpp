@@ -6,6 +6,8 @@
 #include "cli/output.h"
 #include "cli/session.h"
 
+#include <QScopedValueRollback>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
@@ -97,15 +99,16 @@ int workerCountOf(const BuildOptions& options) {
 
 int finish(BuildConsole& console, BuildResult result, bool hasFailedStep) {
     if (result < BuildResult::Failed && hasFailedStep) result = BuildResult::Failed;
-    console.finish(wordsFor(result));
-    return result >= BuildResult::Failed ? 1 : 0;
+    return console.finish(wordsFor(result)) && result < BuildResult::Failed ? 0 : 1;
 }
 
 int clean(const Request& request, const BuildOptions& options) {
     BuildConsole console(request.engine, options.verbose);
     Cleaner cleaner;
     build::Builder* const worker = &cleaner;
-    const BuildResult result = buildAll(request, {&worker, 1}, console);
+    BuildResult result = buildAll(request, {&worker, 1}, console);
+    if (result <= BuildResult::Built)
+        result = cleaner.hasDeleted() ? BuildResult::Built : BuildResult::UpToDate;
     return finish(console, result, cleaner.hasFailed());
 }
 
@@ -133,9 +136,8 @@ int dryRun(const Request& request, const BuildOptions& options) {
     DryRunBuilder builder(output, rehearsal, options.verbose);
     build::Builder* const worker = &builder;
     build::Idler host;
-    request.engine.rehearsal = &rehearsal;
+    const QScopedValueRollback guard(request.engine.rehearsal, &rehearsal);
     buildAll(request, {&worker, 1}, host);
-    request.engine.rehearsal = nullptr;
     return output.finish() && !builder.hasFailed() ? 0 : 1;
 }
 

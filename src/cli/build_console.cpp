@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 
 namespace cli {
@@ -22,21 +24,26 @@ void onInterrupt(int) {
     interruptSeen = 1;
 }
 
-constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array interrupts = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE};
+std::array<struct sigaction, interrupts.size()> actionsBefore;
 
 /// An interrupt ends the build in order, which takes no longer than commands may take to end; a further one
-/// changes nothing, so that no command is left behind.
+/// changes nothing, so that no command is left behind. What the program was started to ignore stays ignored.
 void catchInterrupts() {
     interruptSeen = 0;
-    struct sigaction action {};
-    action.sa_handler = onInterrupt;
-    for (const int interrupt : interrupts) ::sigaction(interrupt, &action, nullptr);
-    ::signal(SIGPIPE, SIG_IGN);  // commands are to be ended in order even when nobody reads
+    for (std::size_t i = 0; i < interrupts.size(); ++i) {
+        ::sigaction(interrupts[i], nullptr, &actionsBefore[i]);
+        if (actionsBefore[i].sa_handler == SIG_IGN) continue;
+        struct sigaction action {};
+        // Commands are to be ended in order even when nobody reads.
+        action.sa_handler = interrupts[i] == SIGPIPE ? SIG_IGN : onInterrupt;
+        ::sigaction(interrupts[i], &action, nullptr);
+    }
 }
 
 void releaseInterrupts() {
-    for (const int interrupt : interrupts) ::signal(interrupt, SIG_DFL);
-    ::signal(SIGPIPE, SIG_DFL);
+    for (std::size_t i = 0; i < interrupts.size(); ++i)
+        ::sigaction(interrupts[i], &actionsBefore[i], nullptr);
 }
 
 /// The columns of the terminal, or a usual number.
@@ -58,7 +65,7 @@ std::string_view cutToWidth(std::string_view text, std::size_t width) {
 
 /// Whether a line is for those who asked for everything.
 bool isDetail(LogLine kind) {
-    return kind == LogLine::Note || kind == LogLine::UpToDate || kind == LogLine::Reason;
+    return kind == LogLine::UpToDate || kind == LogLine::Reason;
 }
 
 bool isProblem(LogLine kind) {
@@ -81,12 +88,14 @@ BuildConsole::~BuildConsole() {
     releaseInterrupts();
 }
 
-void BuildConsole::finish(const std::string& lastLine) {
+bool BuildConsole::finish(const std::string& lastLine) {
     while (!steps_.empty()) stepEnded(steps_.begin()->first);
     release();
     hideFoot();
     write({false, lastLine + '\n'});
-    std::fflush(stdout);
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return true;
+    reportError("cannot write the results");
+    return false;
 }
 
 // --- The log ---
@@ -95,7 +104,7 @@ void BuildConsole::stepBegan(const void* worker, const QString& title) {
     Step& step = steps_[worker];
     step.title = printable(title.trimmed().toStdString());
     lastTitle_ = step.title;
-    if (isVerbose_) say(worker, step, LogLine::Note, {});
+    if (isVerbose_) say(worker, step, LogLine::Note, {});  // the title alone
     showFoot();
 }
 
@@ -106,7 +115,7 @@ void BuildConsole::line(const void* worker, LogLine kind, std::string_view text)
     const bool isOpen = steps_.count(worker) != 0;
     Step& step = steps_[worker];
     if (kind == LogLine::Command && !isVerbose_) {
-        say(worker, step, kind, {});
+        if (!isTerminal_) say(worker, step, kind, {});  // else the foot tells of it
     } else {
         const bool isOurs = kind != LogLine::Output && kind != LogLine::ErrorOutput;
         say(worker, step, kind, prefixOf(kind) + (isOurs ? printable(text) : std::string(text)) + '\n');
@@ -118,7 +127,7 @@ void BuildConsole::line(const void* worker, LogLine kind, std::string_view text)
 void BuildConsole::say(const void* worker, Step& step, LogLine kind, std::string text) {
     const bool problem = isProblem(kind);
     std::vector<Text> texts;
-    if (!problem && !step.title.empty() && !std::exchange(step.isTitleShown, true))
+    if ((!problem || isTerminal_) && !step.title.empty() && !std::exchange(step.isTitleShown, true))
         texts.push_back({false, step.title + '\n'});
     if (!text.empty()) texts.push_back({problem, std::move(text)});
     if (!speaker_) {
@@ -150,12 +159,15 @@ void BuildConsole::stepEnded(const void* worker) {
     const auto step = steps_.find(worker);
     if (step == steps_.end()) return;
     std::move(step->second.held.begin(), step->second.held.end(), std::back_inserter(waiting_));
+    waitingBytes_ += step->second.heldBytes;
     steps_.erase(step);
     if (speaker_ == worker) speaker_ = nullptr;
-    if (!speaker_) release();
+    if (!speaker_ || waitingBytes_ > maxHeld) release();
 }
 
+/// Writes what waits: when nobody speaks, or when it has become too much to wait any longer.
 void BuildConsole::release() {
+    waitingBytes_ = 0;
     for (const Text& text : std::exchange(waiting_, {})) write(text);
     std::fflush(stdout);
     showFoot();

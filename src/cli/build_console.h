@@ -6,7 +6,6 @@
 
 #include <QString>
 
-#include <deque>
 #include <map>
 #include <string>
 #include <string_view>
@@ -15,7 +14,8 @@
 namespace cli {
 
 /// A build as a console shows it. Each step that runs a command is a line with its title, followed by what
-/// its tools print; the lines of a step stand together. On a terminal a line at the foot shows the progress.
+/// its tools print; the lines of a step stand together. On a terminal a line at the foot shows the progress,
+/// and only steps whose tools print something get lines of their own.
 ///
 /// One step at a time speaks as it goes; the lines of others that run beside it wait until it has ended.
 class BuildConsole : public build::BuildLog, public build::Idler {
@@ -31,8 +31,8 @@ public:
     void setWorkers(std::vector<build::Builder*> workers) { workers_ = std::move(workers); }
     bool hasFailedStep() const { return hasFailedStep_; }
     bool hasRunCommand() const { return hasRunCommand_; }
-    /// Writes what is left, and the last line.
-    void finish(const std::string& lastLine);
+    /// Writes what is left, and the last line. False, after a report, when standard output did not take all.
+    bool finish(const std::string& lastLine);
 
     void stepBegan(const void* worker, const QString& title) override;
     void line(const void* worker, build::LogLine kind, std::string_view text) override;
@@ -76,6 +76,7 @@ private:
     std::map<const void*, Step> steps_;  // those that are open
     const void* speaker_ = nullptr;
     std::vector<Text> waiting_;  // of steps that ended while another spoke
+    std::size_t waitingBytes_ = 0;
     std::vector<build::Builder*> workers_;
     std::vector<build::Builder*> lastBusy_;
 };

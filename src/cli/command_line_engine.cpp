@@ -1,6 +1,5 @@
 #include "cli/command_line_engine.h"
 
-#include "build/file_time.h"
 #include "build/tool_commands.h"
 
 namespace cli {
@@ -24,7 +23,7 @@ void CommandLineEngine::extraOutputFiles(project::ProjectElement* node, const QS
     if (kind != project::BuildKind::Link && kind != project::BuildKind::Archive) return;
     out.append(build::indirectFilePath(*this, node, configuration, target));
     const QString objects = expandProperty(node, schema().tools.external_objects_file_name, configuration);
-    if (!objects.isEmpty()) out.append(build::resolvedPath(projectDirectoryOf(node), objects));
+    if (!objects.isEmpty()) out.append(project::resolvedPath(projectDirectoryOf(node), objects));
 }
 
 QStringList CommandLineEngine::baseCodeModelArguments(project::ProjectElement*, const QString&) {

@@ -1,5 +1,6 @@
 #include "cli/dry_run_builder.h"
 
+#include "build/installed_tools.h"
 #include "build/process/redirection.h"
 #include "project/base/path.h"
 
@@ -21,10 +22,20 @@ std::string inQuotes(const std::string& text) {
     return word + '\'';
 }
 
-/// A redirection as a shell writes it, which has no sign of its own for both streams.
-std::string shellRedirection(const std::string& sign, const std::string& file) {
-    if (sign.starts_with('&')) return ' ' + sign.substr(1) + ' ' + shellWord(file) + " 2>&1";
-    return ' ' + sign + ' ' + shellWord(file);
+/// The redirections as a shell writes them. It has no sign of its own for both streams, and a later file of a
+/// stream would win there.
+std::string shellRedirections(const std::vector<build::Redirection>& redirections) {
+    std::string text;
+    bool hasOutput = false;
+    bool hasErrors = false;
+    for (const build::Redirection& each : redirections) {
+        if ((each.output && hasOutput) || (each.errors && hasErrors)) continue;
+        hasOutput |= each.output;
+        hasErrors |= each.errors;
+        text += std::string(each.output ? " " : " 2") + (each.append ? ">> " : "> ") + shellWord(each.file);
+        if (each.output && each.errors) text += " 2>&1";
+    }
+    return text;
 }
 
 }  // namespace
@@ -43,6 +54,7 @@ void DryRunBuilder::run(const QString& workingDirectory, const QStringList& argu
     rehearsal_.willMake(project::resolvedPath(workingDirectory, outputFile));
     std::vector<std::string> words;
     for (const QString& argument : arguments) words.push_back(argument.toStdString());
+    if (!words.empty()) words.front() = build::programToRun(arguments.front()).toStdString();
     const build::RedirectedCommand command = build::splitRedirections(words);
     if (command.arguments.empty()) return;
     if (!workingDirectory.isEmpty()) output_ << "cd " << shellWord(workingDirectory.toStdString()) << " && ";
@@ -50,8 +62,7 @@ void DryRunBuilder::run(const QString& workingDirectory, const QStringList& argu
     const std::string& program = command.arguments.front();
     output_ << (program.find('=') == std::string::npos ? shellWord(program) : inQuotes(program));
     for (const std::string& argument : command.arguments.subspan(1)) output_ << " " << shellWord(argument);
-    for (const auto& [sign, file] : command.redirections) output_ << shellRedirection(sign, file);
-    output_ << "\n";
+    output_ << shellRedirections(command.redirections) << "\n";
 }
 
 /// Tells what a comment may tell, to those who want to know.

@@ -21,6 +21,11 @@ enum class BuildKind : std::uint32_t {
 };
 inline constexpr std::uint32_t buildKindCount = 11;
 
+/// Whether the kind makes an object file of a source file.
+constexpr bool isCompilation(BuildKind kind) {
+    return kind == BuildKind::CompileC || kind == BuildKind::CompileCpp || kind == BuildKind::Assemble;
+}
+
 /// The bits of one build request.
 enum BuildFlags : std::uint32_t {
     Clean = 0x1,                ///< delete outputs before building

@@ -282,7 +282,8 @@ TEST_F(PlannerTest, AUnityFolderIsOneSourceFile) {
     const std::string base = directory.path().toStdString();
     EXPECT_EQ(read("gen/unity.c"), "#include \"" + base + "/a.c\"\n#include \"" + base + "/b.c\"\n");
     EXPECT_EQ(engine.countBuildSteps(project, debug, 0), 2);
-    for (const char* made : {"unity.o", "slow1.o", "a.o"}) write(made);
+    addFile(folder, "slow.ready.o");
+    for (const char* made : {"unity.o", "slow1.o", "a.o", "slow.ready.o"}) write(made);
     EXPECT_EQ(plan(folder, ask | BuildFlags::Clean),
               (Lines{"[Cleaning ‘src’]", "@: rm|@/gen/unity.c", "@: rm|@/unity.o", "@: rm|@/slow1.o", "]"}));
     set(folder, "unity_build_exclude_filter", "*");

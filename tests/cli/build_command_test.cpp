@@ -79,6 +79,8 @@ TEST_F(BuildCommandTest, BuildsWhatIsOutOfDate) {
     const std::string files = outputs();
     EXPECT_EQ(build("--clean").output, "Build complete\n");
     EXPECT_EQ(outputs(), "");
+    EXPECT_EQ(build("--clean").output, "Build up to date\n");
+    EXPECT_EQ(atelis("build " + solution() + " > /dev/full").status, 1);
     EXPECT_EQ(build("-j 4").status, 0);
     EXPECT_EQ(outputs(), files);
     EXPECT_THAT(build("-v gauge").output, HasSubstr("'Output/Debug/Exe/libgauge.a' is up to date"));
@@ -120,6 +122,8 @@ TEST_F(BuildCommandTest, SaysWhatFails) {
     const Outcome goesOn = build("-k -j 2");
     EXPECT_EQ(goesOn.status, 1);
     EXPECT_THAT(goesOn.output, HasSubstr("Compiling ‘steps.c’\n"));
+    EXPECT_THAT(goesOn.output,
+                HasSubstr("Build failed - continuing because 'keep going on error' has been enabled\n"));
     EXPECT_THAT(goesOn.output, EndsWith("Build failed\n"));
 }
 
@@ -160,7 +164,8 @@ TEST_F(BuildCommandTest, AnInterruptEndsTheBuildInOrder) {
     replaceInSolution("gcc -std=c99",
                       "sh -c &quot;trap '' TERM; sh -c 'sleep 100; :' & echo $$! &gt; grandchild; echo $$$$ "
                       "&gt; pid; sleep 100; :&quot; gcc -std=c99");
-    const std::string program = ATELIS_PROGRAM " build workshop.qxProject -j 1";
+    // A shell starts what runs beside it deaf to interrupts.
+    const std::string program = "env --default-signal=INT " ATELIS_PROGRAM " build workshop.qxProject -j 1";
     for (const char* signals : {"INT", "HUP", "INT INT"}) {
         shell("rm -f pid");
         const std::string output =

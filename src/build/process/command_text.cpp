@@ -26,6 +26,15 @@ QStringList parseCommandLine(const QString& text) {
     return arguments;
 }
 
+QList<QStringList> commandsOf(const QString& text, const char* separator) {
+    QList<QStringList> commands;
+    for (const QString& part : text.split(QString::fromLatin1(separator), Qt::SkipEmptyParts)) {
+        const QStringList arguments = parseCommandLine(part);
+        if (!arguments.isEmpty()) commands.append(arguments);
+    }
+    return commands;
+}
+
 QStringList splitEscaped(const QString& text, bool keepEmpty) {
     QStringList items;
     QString item;

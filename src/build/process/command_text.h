@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -13,6 +14,9 @@ namespace build {
 /// are dropped; a backslash before a double quote makes it an ordinary character, and has no other meaning.
 /// Empty arguments are not kept.
 QStringList parseCommandLine(const QString& text);
+
+/// The commands of a text in which `separator` stands between them; empty ones are not kept.
+QList<QStringList> commandsOf(const QString& text, const char* separator);
 
 /// The items of a list that ";" separates. A backslash makes the next character an ordinary one and is
 /// dropped, except at the end of the text. Empty items are dropped unless `keepEmpty`.

@@ -40,19 +40,19 @@ RedirectedCommand splitRedirections(std::span<const std::string> arguments) {
     const auto count = static_cast<std::size_t>(first - arguments.begin());
     RedirectedCommand command{arguments.first(count), {}};
     for (std::size_t i = count; i + 1 < arguments.size(); i += 2)
-        if (findOperator(arguments[i])) command.redirections.emplace_back(arguments[i], arguments[i + 1]);
+        if (const Operator* row = findOperator(arguments[i]))
+            command.redirections.push_back({arguments[i + 1], row->output, row->errors, row->append});
     return command;
 }
 
 RedirectedStreams openRedirections(const RedirectedCommand& command, const std::string& workingDirectory) {
     RedirectedStreams streams;
-    for (const auto& [sign, name] : command.redirections) {
-        const Operator* row = findOperator(sign);
-        if (!row || (row->output && streams.output) || (row->errors && streams.errors)) continue;
-        Descriptor file = openForWriting(inDirectory(workingDirectory, name), row->append);
-        if (row->output && row->errors && file)
+    for (const Redirection& each : command.redirections) {
+        if ((each.output && streams.output) || (each.errors && streams.errors)) continue;
+        Descriptor file = openForWriting(inDirectory(workingDirectory, each.file), each.append);
+        if (each.output && each.errors && file)
             streams.errors = Descriptor(::fcntl(file.number(), F_DUPFD_CLOEXEC, 0));
-        (row->output ? streams.output : streams.errors) = std::move(file);
+        (each.output ? streams.output : streams.errors) = std::move(file);
     }
     return streams;
 }

@@ -8,10 +8,18 @@
 
 namespace build {
 
+/// A file that takes the place of one or both of a child's streams.
+struct Redirection {
+    std::string file;
+    bool output;
+    bool errors;
+    bool append;
+};
+
 /// What a list of arguments becomes once its redirection operators are taken out.
 struct RedirectedCommand {
     std::span<const std::string> arguments;
-    std::vector<std::pair<std::string, std::string>> redirections;  ///< operator and file name
+    std::vector<Redirection> redirections;
 };
 
 /// Cuts the list off at the first of ">", "1>", ">>", "1>>", "2>", "2>>", "&>", "&>>". What stands there is
