@@ -26,9 +26,23 @@
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
+
+/// The headings of the help, and the commands that stand under each.
+const std::pair<const char*, std::vector<const char*>> commandGroups[] = {
+    {"Manifests", {"manifest"}},
+    {"Solutions",
+     {"new", "new-project", "add", "link", "configurations", "rename-configuration", "inherit", "tree",
+      "graph"}},
+    {"Properties", {"schema", "properties", "get", "set", "clear", "expand", "eval"}},
+    {"Builds", {"build", "export", "memory-map", "segments", "preprocess"}},
+    {"Packages", {"package"}},
+    {"Scripts", {"script", "threads", "forth"}},
+    {"Images", {"image", "md5"}},
+};
 
 constexpr int failed = 1;
 constexpr int wrongWords = 2;
@@ -64,6 +78,9 @@ int run(int argc, char** argv) {
     cli::addThreadsCommand(app, exitStatus);
     cli::addTreeCommand(app, globalOptions, exitStatus);
     cli::addValueCommands(app, globalOptions, exitStatus);
+
+    for (const auto& [group, names] : commandGroups)
+        for (const char* name : names) app.get_subcommand(name)->group(group);
 
     try {
         app.parse(argc, argv);
