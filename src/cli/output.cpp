@@ -1,5 +1,6 @@
 #include "cli/output.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -9,11 +10,22 @@ namespace cli {
 namespace {
 
 void report(const char* level, std::string_view text) {
-    const std::string line = std::string("atelis: ") + level + ": " + std::string(text) + "\n";
+    const std::string line = std::string("atelis: ") + level + ": " + printable(text) + "\n";
     std::fputs(line.c_str(), stderr);
 }
 
 }  // namespace
+
+std::string printable(std::string_view text) {
+    std::string shown;
+    for (const char byte : text) {
+        const auto code = static_cast<unsigned char>(byte);
+        std::array<char, 8> escape;
+        std::snprintf(escape.data(), escape.size(), "\\%03o", code);
+        shown += code < 0x20 || code == 0x7F ? std::string(escape.data()) : std::string(1, byte);
+    }
+    return shown;
+}
 
 Output& Output::operator<<(std::string_view text) {
     constexpr std::size_t blockSize = 65536;

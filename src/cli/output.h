@@ -24,10 +24,14 @@ private:
     int writeError_ = 0;
 };
 
-/// Writes "atelis: error: TEXT" and a line feed to standard error.
+/// The text with its control characters as "\\" and three octal digits, so that a line stays a line whatever
+/// a name holds.
+std::string printable(std::string_view text);
+
+/// Writes "atelis: error: TEXT" and a line feed to standard error. The text is made printable.
 void reportError(std::string_view text);
 
-/// Writes "atelis: warning: TEXT" and a line feed to standard error.
+/// Writes "atelis: warning: TEXT" likewise.
 void reportWarning(std::string_view text);
 
 }  // namespace cli

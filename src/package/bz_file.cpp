@@ -38,9 +38,8 @@ PackageArchiveCompressedBzInputFile::~PackageArchiveCompressedBzInputFile() {
 }
 
 void PackageArchiveCompressedBzInputFile::openDecompressor() {
-    int result = BZ_OK;
     ahead_ = {};
-    stream_ = ::BZ2_bzReadOpen(&result, file(), silent, fast, nullptr, 0);
+    stream_ = ::BZ2_bzReadOpen(&state_, file(), silent, fast, nullptr, 0);
     if (stream_ == nullptr) throw HException("cannot initialise inflate");
 }
 
@@ -63,17 +62,17 @@ std::int64_t PackageArchiveCompressedBzInputFile::readDecompressed(void* buffer,
     }
     // The check sum is looked at only on the way past the last byte.
     if (ahead_.empty()) readAhead();
+    ended_ = state_ == BZ_STREAM_END && ahead_.empty();
     return size;
 }
 
+/// Leaves nothing where the stream ends, well or not: only who asks for more bytes is told.
 void PackageArchiveCompressedBzInputFile::readAhead() {
-    if (ended_) return;
-    int result = BZ_OK;
+    if (state_ != BZ_OK) return;
     buffer_.resize(readAheadSize);
-    const int got = ::BZ2_bzRead(&result, stream_, buffer_.data(), readAheadSize);
-    ended_ = result != BZ_OK;  // by a failure too: the library must not go on after one
-    if (ended_ && result != BZ_STREAM_END) throw HException("error reading from compressed stream");
-    ahead_ = {buffer_.data(), static_cast<std::size_t>(got)};
+    const int got = ::BZ2_bzRead(&state_, stream_, buffer_.data(), readAheadSize);
+    const bool isGood = state_ == BZ_OK || state_ == BZ_STREAM_END;
+    ahead_ = {buffer_.data(), isGood ? static_cast<std::size_t>(got) : 0};
 }
 
 PackageArchiveCompressedBzOutputFile::PackageArchiveCompressedBzOutputFile(FileHandle file, int level)

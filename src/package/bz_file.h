@@ -21,6 +21,7 @@ private:
     void readAhead();
 
     void* stream_ = nullptr;  // a BZFILE
+    int state_ = 0;           // what the library said last; after anything but BZ_OK it must not go on
     std::vector<char> buffer_;
     std::span<const char> ahead_;  // what of the buffer nobody has asked for yet
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "package/package_archive.h"
 #include "package/package_manager.h"
 
 #include <QString>
@@ -7,9 +8,6 @@
 #include <utility>
 
 namespace package {
-
-/// The suffix of the file that describes a package.
-inline const QString descriptionSuffix = QStringLiteral("_package.xml");
 
 /// Copies the files of a package to where it is installed, and keeps the list of what is there.
 class PackageCopier {
@@ -22,19 +20,24 @@ public:
 
     /// What has been installed, and what was there already.
     const InstalledFiles& installed() const { return installed_; }
+    /// Of these, what the user has kept because it was newer.
+    const KeptFiles& kept() const { return kept_; }
 
 private:
     using Answer = InstallationHost::Overwrite;
 
-    Answer decide(const PackageArchiveFile& file, const QString& target);
-    void keep(const PackageArchiveFile& file, const QString& target);
-    bool write(const PackageArchiveFile& file, const QString& target);
+    QString placeOf(const PackageArchiveFile& file) const;
+    QString shownPlaceOf(const PackageArchiveFile& file) const;
+    Answer decide(const PackageArchiveFile& file);
+    void keep(const PackageArchiveFile& file);
+    bool write(const PackageArchiveFile& file);
 
     PackageArchive& archive_;
     QString destination_;
     InstallationHost& host_;
     Answer remembered_ = Answer::Cancel;  // until the user answers for all
     InstalledFiles installed_;
+    KeptFiles kept_;
 };
 
 }  // namespace package

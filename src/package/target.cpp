@@ -13,7 +13,10 @@
 
 #include <atomic>
 #include <cerrno>
+#include <climits>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace package {
@@ -53,8 +56,21 @@ bool isLinkAt(int directory, const QByteArray& name) {
            S_ISLNK(status.st_mode);
 }
 
-int openDirectory(const QString& path) {
-    return ::open(QFile::encodeName(path).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+int openDirectory(const std::filesystem::path& path) {
+    return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
+/// The path is left as it stands: behind a symbolic link ".." is not what it looks like.
+int openWithParents(const std::filesystem::path& path) {
+    const int found = openDirectory(path);
+    if (found != none || errno != ENOENT) return found;
+    std::error_code ignored;
+    std::filesystem::create_directories(path, ignored);
+    return openDirectory(path);
+}
+
+std::filesystem::path pathOf(const QString& text) {
+    return QFile::encodeName(text).toStdString();
 }
 
 int openMade(int directory, const QByteArray& name) {
@@ -84,11 +100,12 @@ public:
 
     bool isOpen() const { return descriptor_.get() != none; }
 
-    bool write(QByteArrayView contents) const {
-        while (!contents.empty()) {
-            const ssize_t done = ::write(descriptor_.get(), contents.data(), contents.size());
+    bool write(QByteArrayView bytes) const {
+        while (!bytes.empty()) {
+            const ssize_t done =
+                ::write(descriptor_.get(), bytes.data(), static_cast<std::size_t>(bytes.size()));
             if (done < 0 && errno != EINTR) return false;
-            if (done > 0) contents = contents.sliced(done);
+            if (done > 0) bytes = bytes.sliced(done);
         }
         return true;
     }
@@ -126,14 +143,14 @@ QString pathBelow(const QString& name) {
     QString path = project::Path(name).normalised();
     const bool climbs = path == u".." || path.startsWith(u"../");
     if (path.isEmpty() || climbs || project::isAbsolutePath(name) || project::isAbsolutePath(path) ||
-        name.contains(QChar(u'\0')))
+        name.contains(QChar(u'\0')) || QFile::encodeName(path).size() >= PATH_MAX)
         refuse(name);
     return path;
 }
 
 void checkTarget(const QString& directory, const QString& name) {
     const QByteArray path = QFile::encodeName(pathBelow(name));
-    const Descriptor top(openDirectory(directory));
+    const Descriptor top(openDirectory(pathOf(directory)));
     if (top.get() == none) return;
     for (qsizetype end = 0; end < path.size();) {
         const qsizetype slash = path.indexOf('/', end + 1);
@@ -150,8 +167,7 @@ std::int64_t modificationTime(const QString& path) {
 Target Target::below(const QString& directory, const QString& name) {
     QList<QByteArray> components = QFile::encodeName(pathBelow(name)).split('/');
     const QByteArray leaf = components.takeLast();
-    project::makeDirectoryFor(directory + QStringLiteral("/x"));
-    Descriptor place(openDirectory(directory));
+    Descriptor place(openWithParents(pathOf(directory)));
     for (const QByteArray& component : components) {
         const int next = openMade(place.get(), component);
         if (next == none && isLinkAt(place.get(), component)) refuse(name);
@@ -163,9 +179,9 @@ Target Target::below(const QString& directory, const QString& name) {
 }
 
 Target Target::at(const QString& path) {
-    project::makeDirectoryFor(path);
-    const project::Path file(path);
-    return {openDirectory(file.dirPath()), QFile::encodeName(file.fileName())};
+    const std::filesystem::path file = pathOf(path);
+    const std::filesystem::path directory = file.has_parent_path() ? file.parent_path() : ".";
+    return {openWithParents(directory), QByteArray::fromStdString(file.filename().string())};
 }
 
 Target::Target(int directory, QByteArray name) : directory_(directory), name_(std::move(name)) {}
@@ -182,18 +198,15 @@ bool Target::exists() const {
     return directory_ != none && ::fstatat(directory_, name_.constData(), &status, AT_SYMLINK_NOFOLLOW) == 0;
 }
 
-Target::Fault Target::write(const NewFile& file) const {
+Target::Fault Target::write(const NewFile& file, Contents& contents) const {
     if (directory_ == none || name_.isEmpty()) return Fault::Create;
     FileBeside beside(directory_, file.creationMode);
     if (!beside.isOpen()) return Fault::Create;
-    if (!beside.write(file.contents)) return Fault::Write;
+    for (; !contents.isAtEnd(); contents.advance())
+        if (!beside.write(contents.piece())) return Fault::Write;
     beside.setTime(file.modified);
     if (file.mode && !beside.setMode(*file.mode)) return Fault::Mode;
     return beside.moveTo(name_) ? Fault::None : Fault::Create;
-}
-
-bool Target::remove() const {
-    return directory_ != none && ::unlinkat(directory_, name_.constData(), 0) == 0;
 }
 
 }  // namespace package

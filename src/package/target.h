@@ -1,7 +1,8 @@
 #pragma once
 
+#include "package/contents.h"
+
 #include <QByteArray>
-#include <QByteArrayView>
 #include <QString>
 
 #include <sys/types.h>
@@ -13,7 +14,6 @@ namespace package {
 
 /// A file to be written.
 struct NewFile {
-    QByteArrayView contents;
     std::int64_t modified = 0;            ///< both file times, seconds since 1970
     mode_t creationMode = 0666;           ///< taken down by the mask of the process
     std::optional<std::uint32_t> mode{};  ///< set afterwards, save for the bits that belong to the place
@@ -38,10 +38,8 @@ public:
 
     /// Whether something stands there.
     bool exists() const;
-    /// Replaces a file that stands there. `None` is success.
-    Fault write(const NewFile& file) const;
-    /// Removes a file that stands there; false when there is none or it stays.
-    bool remove() const;
+    /// Replaces a file that stands there. `None` is success. What reading the contents throws passes through.
+    Fault write(const NewFile& file, Contents& contents) const;
 
 private:
     Target(int directory, QByteArray name);
@@ -51,7 +49,7 @@ private:
 };
 
 /// The name of an entry as a path below a directory, without ".", ".." and doubled separators. Throws as
-/// `Target::below`.
+/// `Target::below`, also for what is too long for a path.
 QString pathBelow(const QString& name);
 
 /// Throws as `Target::below`, and changes nothing on the disk.
