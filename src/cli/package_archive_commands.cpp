@@ -76,11 +76,11 @@ int cat(const ArchiveOptions& options) {
 // --- extract ---
 
 /// All entries, or those named, in table order.
-std::vector<PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
-                                               const std::vector<std::string>& names) {
+std::vector<const PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
+                                                     const std::vector<std::string>& names) {
     std::set<const PackageArchiveFile*> named;
     for (const std::string& name : names) named.insert(entry(archive, name));
-    std::vector<PackageArchiveFile*> chosen;
+    std::vector<const PackageArchiveFile*> chosen;
     for (const auto& file : archive.files())
         if (names.empty() || named.contains(file.get())) chosen.push_back(file.get());
     return chosen;
@@ -88,10 +88,7 @@ std::vector<PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
 
 int extract(const ArchiveOptions& options) {
     PackageArchive archive(text(options.archive));
-    const QString directory = text(options.directory);
-    const std::vector<PackageArchiveFile*> files = chosenEntries(archive, options.names);
-    for (const PackageArchiveFile* file : files) package::checkTarget(directory, file->name());
-    for (const PackageArchiveFile* file : files) archive.extract(file, directory, options.overwrite);
+    archive.extractAll(chosenEntries(archive, options.names), text(options.directory), options.overwrite);
     return 0;
 }
 

@@ -35,11 +35,18 @@ void writeTo(const Target& target, const QString& path, const PackageArchiveFile
 }  // namespace
 
 void PackageArchive::extract(const PackageArchiveFile* file, const QString& directory, bool overwrite) {
-    if (file == nullptr) return;
-    checkTarget(directory, file->name());
-    Contents pieces(contents(file));
-    const QString path = directory + u'/' + file->name();
-    writeTo(Target::below(directory, file->name()), path, *file, pieces, overwrite);
+    if (file != nullptr) extractAll({file}, directory, overwrite);
+}
+
+void PackageArchive::extractAll(const std::vector<const PackageArchiveFile*>& files, const QString& directory,
+                                bool overwrite) {
+    TargetDirectory place(directory);
+    for (const PackageArchiveFile* file : files) place.check(file->name());
+    for (const PackageArchiveFile* file : files) {
+        Contents pieces(contents(file));
+        const QString path = directory + u'/' + file->name();
+        writeTo(place.target(file->name()), path, *file, pieces, overwrite);
+    }
 }
 
 void PackageArchive::extractTo(const PackageArchiveFile* file, const QString& path, bool overwrite) {
@@ -49,7 +56,8 @@ void PackageArchive::extractTo(const PackageArchiveFile* file, const QString& pa
 }
 
 void PackageArchive::checkNames(const QString& directory) const {
-    for (const auto& file : files()) checkTarget(directory, file->name());
+    TargetDirectory place(directory);
+    for (const auto& file : files()) place.check(file->name());
 }
 
 }  // namespace package

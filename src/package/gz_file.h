@@ -16,13 +16,11 @@ public:
 
     void openDecompressor() override;
     void closeDecompressor() override;
-    std::int64_t readDecompressed(void* buffer, std::int64_t size) override;
+
+protected:
+    std::size_t decompress(std::span<char> space, State& state) override;
 
 private:
-    void inflateSome(int atBest);
-    void fillInput();
-    void checkRest();
-
     z_stream stream_{};
     std::array<Bytef, 16384> input_;
 };

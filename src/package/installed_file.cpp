@@ -33,7 +33,7 @@ QString directoryOf(const PackageRecord& package, const QString& file, const Pac
 
 bool removeInstalledFile(const QString& directory, const QString& file) {
     try {
-        checkTarget(directory, file);
+        TargetDirectory(directory).check(file);
     } catch (const support::HException&) {
         return false;
     }

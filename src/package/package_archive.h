@@ -98,6 +98,9 @@ public:
     /// Writes an entry to `directory` + "/" + name, which must not lead out of the directory, nor through a
     /// symbolic link below it.
     void extract(const PackageArchiveFile* file, const QString& directory, bool overwrite);
+    /// Writes several likewise, in their order, but none when one's name is refused.
+    void extractAll(const std::vector<const PackageArchiveFile*>& files, const QString& directory,
+                    bool overwrite);
     /// Writes an entry to `path`, making the directories that it needs.
     void extractTo(const PackageArchiveFile* file, const QString& path, bool overwrite);
     /// Throws unless every entry's name may be written below `directory`. A caller that writes several asks

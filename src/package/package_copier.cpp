@@ -70,9 +70,8 @@ bool PackageCopier::write(const PackageArchiveFile& file) {
     });
     const NewFile newFile{.modified = file.modifiedSeconds(),
                           .creationMode = file.isReadOnly() ? readOnlyMode : writableMode};
-    const Target target = Target::below(destination_, file.name());
     const bool isWritten =
-        target.write(newFile, contents) == Target::Fault::None ||
+        directory_.target(file.name()).write(newFile, contents) == Target::Fault::None ||
         host_.goOnAfter(QStringLiteral("Package installation error"),
                         QStringLiteral("Cannot create %1 for writing.").arg(shownPlaceOf(file)));
     while (isWritten && !contents.isAtEnd()) contents.advance();  // the sum is that of all of it

@@ -2,6 +2,7 @@
 
 #include "package/package_archive.h"
 #include "package/package_manager.h"
+#include "package/target.h"
 
 #include <QString>
 
@@ -13,7 +14,7 @@ namespace package {
 class PackageCopier {
 public:
     PackageCopier(PackageArchive& archive, QString destination, InstallationHost& host)
-        : archive_(archive), destination_(std::move(destination)), host_(host) {}
+        : archive_(archive), destination_(std::move(destination)), directory_(destination_), host_(host) {}
 
     /// One entry. False when the user ends the installation.
     bool copy(const PackageArchiveFile& file);
@@ -34,6 +35,7 @@ private:
 
     PackageArchive& archive_;
     QString destination_;
+    TargetDirectory directory_;
     InstallationHost& host_;
     Answer remembered_ = Answer::Cancel;  // until the user answers for all
     InstalledFiles installed_;

@@ -96,7 +96,7 @@ TEST_F(ExtractTest, StaysBelowItsDirectory) {
         const std::string fault = "cannot extract file " + name;
         EXPECT_EQ(faultOfExtracting(name, true), fault);
         EXPECT_EQ(faultOf([&] { archiveOf(name)->checkNames(path("out")); }), fault);
-        EXPECT_EQ(faultOf([&] { Target::below(path("out"), q(name)); }), fault);
+        EXPECT_EQ(faultOf([&] { TargetDirectory(path("out")).target(q(name)); }), fault);
     }
     EXPECT_EQ(countOfFiles("outside") + countOfFiles("out"), 1U + 5U);
     EXPECT_EQ(get("outside/f"), "theirs");
