@@ -97,8 +97,10 @@ PackageDirectory openRecords() {
 
 /// In the form of XML, so that a line stays a line.
 std::string quoted(const QString& value) {
-    QString escaped = value.toHtmlEscaped();
-    return "\"" + escaped.replace(u'\n', QStringLiteral("&#10;")).toStdString() + "\"";
+    QString escaped;
+    for (const QChar character : value.toHtmlEscaped())
+        escaped += character < u' ' ? QStringLiteral("&#%1;").arg(character.unicode()) : QString(character);
+    return "\"" + escaped.toStdString() + "\"";
 }
 
 int info(const InstallOptions& options, const GlobalOptions& /*globalOptions*/) {

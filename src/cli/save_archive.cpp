@@ -14,7 +14,7 @@ void saveArchive(package::PackageArchive& archive, const std::string& path, int 
     project::ReplacingFile file(output);
     if (!file.open()) throw support::HException("cannot open output file");
     archive.save(file.device().fileName(), level);
-    if (!file.commit()) throw support::HException("cannot open output file");
+    if (!file.commit()) throw support::HException("cannot replace " + path);
 }
 
 }  // namespace cli

@@ -45,6 +45,7 @@ void PackageArchiveCompressedInputFile::rewind() {
 }
 
 std::int64_t PackageArchiveCompressedInputFile::readDecompressed(void* buffer, std::int64_t size) {
+    if (size < 1) return 0;
     auto* const bytes = static_cast<char*>(buffer);
     for (std::int64_t done = 0; done < size;) {
         if (ahead_.empty()) readAhead();

@@ -10,9 +10,9 @@ namespace package {
 /// Reads the decompressed bytes of a compressed stream that begins where the file stands when this is made.
 /// The libraries are at their best in large steps, so that it is some way ahead of its reader.
 ///
-/// The stream must be whole: a read fails when the file ends before the stream does, and one that reaches the
-/// end fails when the stream's check sum is wrong. What stands behind the stream is not looked at. Throws
-/// support::HException, after which only a seek backwards can make a read succeed.
+/// A read fails when the stream ends before it, and only then: bytes that stand before the damage are given.
+/// Whether the stream is whole shows when all of it has been read. What stands behind the stream is not
+/// looked at. Throws support::HException, after which only a seek backwards can make a read succeed.
 class PackageArchiveCompressedInputFile : public PackageArchiveIOFile {
 public:
     explicit PackageArchiveCompressedInputFile(FileHandle file);
@@ -30,9 +30,10 @@ public:
 
 protected:
     struct State {
-        const char* fault =
-            nullptr;            ///< once the stream gives no more: what is thrown when more is asked for
-        bool hasEnded = false;  ///< well
+        /// Once the stream gives no more: what is thrown when more is asked for.
+        const char* fault = nullptr;
+        /// Whether it ended well.
+        bool hasEnded = false;
     };
 
     /// Fills `space`, but where the stream ends, well or not; then it says so in `state`, and is not asked

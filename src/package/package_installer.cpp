@@ -65,8 +65,8 @@ bool PackageInstaller::installPackage(const QString& path, QString& name, bool s
     if (file == nullptr && directory_.isEmpty())
         throw HException("package has no description " + path.toStdString());
     for (const auto& entry : archive.files()) pathBelow(entry->name());
-    if (description.hasAttribute("name"))
-        name = description.attribute("name");
+    if (const QString described = description.attribute("name"); !described.isEmpty())
+        name = described;
     else
         description.setAttribute("name", name);
     if (uninstallFirst) uninstallPackage(name);
