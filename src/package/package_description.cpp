@@ -49,6 +49,13 @@ bool hasCrowdedTag(const QString& text) {
     return false;
 }
 
+/// The reader lets some of what XML cannot hold pass in processing instructions.
+bool hasControlCharacter(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        return (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r') || c.unicode() >= 0xFFFE;
+    });
+}
+
 /// Whether a character reference can stand for whatever is not ASCII here: it cannot in a name.
 bool hasAsciiNames(const QXmlStreamReader& token) {
     if (token.isDTD()) return isAscii(token.text());
@@ -61,6 +68,7 @@ bool hasAsciiNames(const QXmlStreamReader& token) {
 
 /// The document becomes a tree of objects that is destroyed by recursion, and is written as ASCII.
 void checkForm(const QString& text, const QString& name) {
+    if (hasControlCharacter(text)) fail(name, QStringLiteral("control character"), 0, 0);
     if (hasCrowdedTag(text)) fail(name, QStringLiteral("too many attributes"), 0, 0);
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);

@@ -444,6 +444,8 @@ TEST_F(InstallTest, ReadsAndWritesDescriptions) {
         {"<!DOCTYPE package><package/>", ""},
         {"<!DOCTYPE package [<!ENTITY a 'a'>]><package/>",
          "cannot load package description file: d/x_package.xml - declarations in the document type 36:1"},
+        {"<?m \1?><package/>",
+         "cannot load package description file: d/x_package.xml - control character 0:0"},
         {crowded, "cannot load package description file: d/x_package.xml - too many attributes 0:0"},
         {std::string(1'048'577, ' '),
          "cannot load package description file: d/x_package.xml - file too large 0:0"},
