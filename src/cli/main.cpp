@@ -23,7 +23,6 @@
 #include "cli/value_command.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
 #include <exception>
 #include <string>
 #include <utility>
@@ -102,7 +101,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (const std::exception& fault) {
-        std::fprintf(stderr, "atelis: error: %s\n", fault.what());
+        cli::reportError(fault.what());
         return failed;
     }
 }

@@ -1,6 +1,7 @@
 // atelis package list, create, extract, cat
 #include "cli/output.h"
 #include "cli/package_command.h"
+#include "cli/save_archive.h"
 #include "package/package_archive.h"
 #include "package/target.h"
 #include "support/hexception.h"
@@ -44,18 +45,6 @@ QString text(const std::string& bytes) {
 
 // --- list, cat ---
 
-/// A line must stay a line whatever a name holds.
-std::string printable(const std::string& name) {
-    std::string shown;
-    for (const char byte : name) {
-        const auto code = static_cast<unsigned char>(byte);
-        std::array<char, 8> escape;
-        std::snprintf(escape.data(), escape.size(), "\\%03o", code);
-        shown += code < 0x20 || code == 0x7F ? std::string(escape.data()) : std::string(1, byte);
-    }
-    return shown;
-}
-
 int list(const ArchiveOptions& options) {
     const PackageArchive archive(text(options.archive));
     Output output;
@@ -76,20 +65,22 @@ PackageArchiveFile* entry(const PackageArchive& archive, const std::string& name
 
 int cat(const ArchiveOptions& options) {
     PackageArchive archive(text(options.archive));
-    const QByteArray contents = archive.readFile(entry(archive, options.names[0]));
+    package::Contents contents(archive.contents(entry(archive, options.names[0])));
     Output output;
-    output << std::string_view(contents.data(), static_cast<std::size_t>(contents.size()));
+    for (; !contents.isAtEnd(); contents.advance())
+        output << std::string_view(contents.piece().data(),
+                                   static_cast<std::size_t>(contents.piece().size()));
     return output.finish() ? 0 : 1;
 }
 
 // --- extract ---
 
 /// All entries, or those named, in table order.
-std::vector<PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
-                                               const std::vector<std::string>& names) {
+std::vector<const PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
+                                                     const std::vector<std::string>& names) {
     std::set<const PackageArchiveFile*> named;
     for (const std::string& name : names) named.insert(entry(archive, name));
-    std::vector<PackageArchiveFile*> chosen;
+    std::vector<const PackageArchiveFile*> chosen;
     for (const auto& file : archive.files())
         if (names.empty() || named.contains(file.get())) chosen.push_back(file.get());
     return chosen;
@@ -97,14 +88,20 @@ std::vector<PackageArchiveFile*> chosenEntries(const PackageArchive& archive,
 
 int extract(const ArchiveOptions& options) {
     PackageArchive archive(text(options.archive));
-    const QString directory = text(options.directory);
-    const std::vector<PackageArchiveFile*> files = chosenEntries(archive, options.names);
-    for (const PackageArchiveFile* file : files) package::checkTarget(directory, file->name());
-    for (const PackageArchiveFile* file : files) archive.extract(file, directory, options.overwrite);
+    archive.extractAll(chosenEntries(archive, options.names), text(options.directory), options.overwrite);
     return 0;
 }
 
 // --- create ---
+
+/// Whether a name still means the same to whoever extracts it.
+bool isStorable(const QString& name) {
+    try {
+        return package::pathBelow(name) == name;
+    } catch (const HException&) {
+        return false;
+    }
+}
 
 /// Collects the files to store, directories with all below them.
 class Collector {
@@ -114,27 +111,50 @@ public:
 
     void add(const std::string& name) {
         const fs::path relative = fs::path(name).lexically_normal();
-        const fs::path path = directory_ / relative;
+        const fs::path path = relative == "." ? directory_ : directory_ / relative;
         const bool climbs = !relative.empty() && *relative.begin() == "..";
         if (relative.is_absolute() || climbs) throw HException(name + " lies outside the directory");
-        if (!fs::is_directory(path)) return addFile(path, relative.string());
-        std::vector<fs::path> below;
-        for (const auto& found : fs::recursive_directory_iterator(path)) below.push_back(found.path());
-        std::sort(below.begin(), below.end());
-        for (const fs::path& found : below)
-            if (!isDirectory(found))
-                addFile(found, found.lexically_relative(directory_).lexically_normal().string());
+        std::error_code ignored;
+        if (fs::is_directory(path, ignored)) return addBelow(path);
+        if (isOutput(path)) throw HException(path.string() + " is the archive itself");
+        addFile(path, relative.string());
     }
 
 private:
-    static bool isDirectory(const fs::path& path) { return fs::is_directory(fs::symlink_status(path)); }
+    void addBelow(const fs::path& directory) {
+        for (const fs::path& path : filesBelow(directory)) {
+            if (isOutput(path)) continue;
+            std::error_code ignored;
+            if (fs::is_regular_file(path, ignored))
+                addFile(path, path.lexically_relative(directory_).lexically_normal().string());
+            else
+                reportWarning("skipped " + path.string() + ", which is no file");
+        }
+    }
+
+    /// In order.
+    static std::vector<fs::path> filesBelow(const fs::path& directory) {
+        std::vector<fs::path> files;
+        std::error_code fault;
+        fs::recursive_directory_iterator found(directory, fault);
+        for (; !fault && found != fs::recursive_directory_iterator(); found.increment(fault)) {
+            std::error_code ignored;
+            if (!fs::is_directory(found->symlink_status(ignored))) files.push_back(found->path());
+        }
+        if (fault) throw HException("cannot read " + directory.string() + ": " + fault.message());
+        std::sort(files.begin(), files.end());
+        return files;
+    }
+
+    bool isOutput(const fs::path& path) const {
+        std::error_code ignored;
+        return fs::equivalent(path, output_, ignored);
+    }
 
     void addFile(const fs::path& path, const std::string& name) {
-        std::error_code ignored;
-        if (fs::equivalent(path, output_, ignored)) return;
-        if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored))
-            return reportWarning("skipped " + path.string() + ", which is no file");
-        archive_.addDiskFile(text(path.string()), text(name));
+        const QString stored = text(name);
+        if (!isStorable(stored)) throw HException("cannot store the name " + name);
+        archive_.addDiskFile(text(path.string()), stored);
     }
 
     PackageArchive& archive_;
@@ -155,13 +175,7 @@ int create(const ArchiveOptions& options) {
     setForm(archive, options);
     Collector collector(archive, options);
     for (const std::string& name : options.names) collector.add(name);
-    try {
-        archive.save(text(options.archive), options.level);
-    } catch (const HException&) {
-        std::error_code ignored;
-        if (fs::is_regular_file(options.archive, ignored)) fs::remove(options.archive, ignored);
-        throw;
-    }
+    saveArchive(archive, options.archive, options.level);
     return 0;
 }
 

@@ -11,7 +11,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -33,10 +32,9 @@ struct InstallOptions {
     bool force = false;
 };
 
-/// The first paragraph of a text for a dialog.
+/// The first paragraph of a text for a dialog, which has no markup of its own.
 std::string plain(const QString& text) {
-    static const QRegularExpression tag(QStringLiteral("<[^>]*>"));
-    return text.section(QStringLiteral("</p>"), 0, 0).remove(tag).toStdString();
+    return text.section(QStringLiteral("</p>"), 0, 0).remove(QStringLiteral("<p>")).toStdString();
 }
 
 /// Answers from the words of the command line.
@@ -46,14 +44,16 @@ public:
 
     QString chooseDirectory(const QString& /*prompt*/, const QString& start) override { return start; }
 
-    Overwrite askOverwrite(const QString& /*title*/, const QString& text) override {
+    Overwrite askOverwrite(const QString& /*title*/, const QString& /*text*/,
+                           const QString& target) override {
         switch (options_.newer) {
             case NewerFiles::Keep:
                 return Overwrite::NoToAll;
             case NewerFiles::Overwrite:
                 return Overwrite::YesToAll;
             case NewerFiles::Cancel:
-                reportError(plain(text));
+                reportError("The file " + target.toStdString() +
+                            " exists and is dated later than package file.");
                 break;
         }
         return Overwrite::Cancel;
@@ -73,12 +73,16 @@ public:
 
     void showStatus(const QString& text) override {
         Output output;
-        output << text.toStdString() << "\n";
+        output << printable(text.toStdString()) << "\n";
         output.finish();
     }
 
     /// The macros of a command are those of its command line.
-    void saveGlobalMacros() override {}
+    void saveGlobalMacros(const QString& changed) override {
+        const QString value = project::macroEngine->globalMacros.value(changed);
+        reportWarning("the global macro is not kept: -D " + changed.toStdString() + '=' +
+                      value.toStdString());
+    }
 
 private:
     const InstallOptions& options_;
@@ -93,8 +97,10 @@ PackageDirectory openRecords() {
 
 /// In the form of XML, so that a line stays a line.
 std::string quoted(const QString& value) {
-    QString escaped = value.toHtmlEscaped();
-    return "\"" + escaped.replace(u'\n', QStringLiteral("&#10;")).toStdString() + "\"";
+    QString escaped;
+    for (const QChar character : value.toHtmlEscaped())
+        escaped += character < u' ' ? QStringLiteral("&#%1;").arg(character.unicode()) : QString(character);
+    return "\"" + escaped.toStdString() + "\"";
 }
 
 int info(const InstallOptions& options, const GlobalOptions& /*globalOptions*/) {
@@ -132,8 +138,7 @@ int uninstall(const InstallOptions& options, const GlobalOptions& globalOptions)
     if (std::none_of(packages.begin(), packages.end(), isMeant))
         throw HException("package \"" + options.name + "\" is not installed");
     CommandHost host(options);
-    package::PackageInstaller(records, host).uninstallPackage(name);
-    return 0;
+    return package::PackageInstaller(records, host).uninstallPackage(name) ? 0 : 1;
 }
 
 int installed(const InstallOptions& /*options*/, const GlobalOptions& globalOptions) {
@@ -141,8 +146,9 @@ int installed(const InstallOptions& /*options*/, const GlobalOptions& globalOpti
     PackageDirectory records = openRecords();
     Output output;
     for (const PackageRecord& package : records.packages())
-        output << package.name.toStdString() << "\t" << package.installedVersion.toString().toStdString()
-               << "\t" << directoryOf(package, QString(), records).toStdString() << "\n";
+        output << printable(package.name.toStdString()) << "\t"
+               << package.installedVersion->toString().toStdString() << "\t"
+               << printable(directoryOf(package, QString(), records).toStdString()) << "\n";
     return output.finish() ? 0 : 1;
 }
 

@@ -2,6 +2,7 @@
 #include "cli/newer_files.h"
 #include "cli/output.h"
 #include "cli/package_command.h"
+#include "cli/save_archive.h"
 #include "cli/session.h"
 #include "package/package_archive.h"
 #include "package/packaged_solution.h"
@@ -33,7 +34,9 @@ public:
     explicit CommandHost(const SolutionArchiveOptions& options) : options_(options) {}
 
     QString chooseDirectory(const QString& /*prompt*/, const QString& /*start*/) override {
-        return QString::fromStdString(options_.directory);
+        QString directory = QString::fromStdString(options_.directory);
+        while (directory.size() > 1 && directory.endsWith(u'/')) directory.chop(1);
+        return directory;
     }
 
     Answer askOverwrite(const QString& /*title*/, const QString& text) override {
@@ -68,8 +71,9 @@ int bundle(const SolutionArchiveOptions& options, const GlobalOptions& globalOpt
     if (!session.open(options.solution)) return 1;
     const QString extraFile =
         options.extraFile.empty() ? QString() : QString::fromStdString(options.extraFile);
-    package::PackageArchive::packageSolution(session.engine().solution(),
-                                             QString::fromStdString(options.archive), extraFile);
+    package::PackageArchive archive;
+    archive.addSolution(session.engine().solution(), extraFile);
+    saveArchive(archive, options.archive);
     return 0;
 }
 

@@ -2,7 +2,11 @@
 
 #include "package/package_archive.h"
 
+#include <QDateTime>
 #include <QHash>
+
+#include <algorithm>
+#include <limits>
 
 namespace package {
 
@@ -24,12 +28,19 @@ struct ArchiveStream {
 
 /// The private part of an archive.
 struct PackageArchiveData {
-    QString path;
+    QString path;  ///< of the opened file
     ArchiveStream input;
     std::vector<std::unique_ptr<PackageArchiveFile>> files;
     QHash<QString, PackageArchiveFile*> firstByName;
     int version = 1;
     Compression compression = Compression::Zlib;
+    std::vector<char> piece;  ///< of the contents that are being read
 };
+
+/// The archive's times: whole seconds since 1970, in 32 bits.
+inline QDateTime entryTime(std::int64_t seconds) {
+    const auto kept = std::clamp<std::int64_t>(seconds, 0, std::numeric_limits<std::uint32_t>::max());
+    return QDateTime::fromSecsSinceEpoch(kept, Qt::UTC);
+}
 
 }  // namespace package

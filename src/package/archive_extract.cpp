@@ -15,14 +15,12 @@ namespace {
 
 constexpr mode_t privateMode = 0600;
 
-void writeTo(const Target& target, const QString& path, const PackageArchiveFile& file,
-             const QByteArray& contents, bool overwrite) {
+void writeTo(const Target& target, const QString& path, const PackageArchiveFile& file, Contents& contents,
+             bool overwrite) {
     if (!overwrite && target.exists()) throw HException("cannot overwrite file " + path.toStdString());
-    const NewFile content{.contents = contents,
-                          .modified = file.modifiedSeconds(),
-                          .creationMode = privateMode,
-                          .mode = file.mode()};
-    switch (target.write(content)) {
+    const NewFile newFile{
+        .modified = file.modifiedSeconds(), .creationMode = privateMode, .mode = file.mode()};
+    switch (target.write(newFile, contents)) {
         case Target::Fault::None:
             return;
         case Target::Fault::Create:
@@ -37,21 +35,29 @@ void writeTo(const Target& target, const QString& path, const PackageArchiveFile
 }  // namespace
 
 void PackageArchive::extract(const PackageArchiveFile* file, const QString& directory, bool overwrite) {
-    if (file == nullptr) return;
-    checkTarget(directory, file->name());
-    const QByteArray contents = readFile(file);
-    const QString path = directory + u'/' + file->name();
-    writeTo(Target::below(directory, file->name()), path, *file, contents, overwrite);
+    if (file != nullptr) extractAll({file}, directory, overwrite);
+}
+
+void PackageArchive::extractAll(const std::vector<const PackageArchiveFile*>& files, const QString& directory,
+                                bool overwrite) {
+    TargetDirectory place(directory);
+    for (const PackageArchiveFile* file : files) place.check(file->name());
+    for (const PackageArchiveFile* file : files) {
+        Contents pieces(contents(file));
+        const QString path = directory + u'/' + file->name();
+        writeTo(place.target(file->name()), path, *file, pieces, overwrite);
+    }
 }
 
 void PackageArchive::extractTo(const PackageArchiveFile* file, const QString& path, bool overwrite) {
     if (file == nullptr) return;
-    const QByteArray contents = readFile(file);
-    writeTo(Target::at(path), path, *file, contents, overwrite);
+    Contents pieces(contents(file));
+    writeTo(Target::at(path), path, *file, pieces, overwrite);
 }
 
 void PackageArchive::checkNames(const QString& directory) const {
-    for (const auto& file : files()) checkTarget(directory, file->name());
+    TargetDirectory place(directory);
+    for (const auto& file : files()) place.check(file->name());
 }
 
 }  // namespace package

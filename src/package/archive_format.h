@@ -32,8 +32,6 @@ constexpr int offsetField = 1024;
 constexpr int sizeField = 1028;
 constexpr int readOnlyField = 1032;
 constexpr int timeField = 1036;
-constexpr std::uint32_t readOnlyMode = 0444;
-constexpr std::uint32_t writableMode = 0666;
 }  // namespace v1
 
 namespace v2 {
@@ -50,11 +48,11 @@ constexpr int timeField = 14;
 /// Of `st_mode`: what an entry keeps, and what a new file takes from where it is created.
 constexpr std::uint32_t keptMode = 0xE1FF;
 constexpr std::uint32_t createdMode = 0x1E00;
-constexpr std::uint32_t writeBits = 0222;
 
-/// A table beyond these is taken for damaged: a short stream can decompress to any number of entries.
+/// A table beyond these is taken for damaged, and not written: a short stream can decompress to any number of
+/// entries.
 constexpr std::uint32_t maxFiles = 1U << 21;
-constexpr std::int64_t maxTableSize = std::int64_t{1} << 28;  ///< of version 2, with its names
+constexpr std::int64_t maxNameBytes = std::int64_t{1} << 28;  ///< of all names together
 
 inline std::uint16_t get16(const char* bytes) {
     return qFromLittleEndian<std::uint16_t>(bytes);

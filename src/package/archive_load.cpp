@@ -16,10 +16,6 @@ namespace {
 
 using Source = PackageArchiveFile::Source;
 
-QDateTime timeOf(std::uint32_t seconds) {
-    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
-}
-
 [[noreturn]] void failTable() {
     throw HException("bad table of contents");
 }
@@ -59,6 +55,8 @@ private:
         if (entry.offset < contentsEnd_) failTable();
         contentsEnd_ = std::int64_t{entry.offset} + entry.size;
         if (entry.size > 0) input_.end = contentsEnd_;
+        nameBytes_ += entry.name.toUtf8().size();
+        if (nameBytes_ > format::maxNameBytes) failTable();
     }
 
     bool read(char* buffer, std::size_t size) {
@@ -78,8 +76,8 @@ private:
                 .name = QString::fromUtf8(bytes.data()),
                 .offset = format::get32(bytes.data() + v1::offsetField),
                 .size = format::get32(bytes.data() + v1::sizeField),
-                .mode = isReadOnly ? v1::readOnlyMode : v1::writableMode,
-                .modified = timeOf(format::get32(bytes.data() + v1::timeField))};
+                .mode = isReadOnly ? readOnlyMode : writableMode,
+                .modified = entryTime(format::get32(bytes.data() + v1::timeField))};
     }
 
     PackageArchiveFile::Data readEntry2() {
@@ -91,14 +89,13 @@ private:
                 .offset = format::get32(bytes.data() + v2::offsetField),
                 .size = format::get32(bytes.data() + v2::sizeField),
                 .mode = format::get32(bytes.data() + v2::modeField) & format::keptMode,
-                .modified = timeOf(format::get32(bytes.data() + v2::timeField))};
+                .modified = entryTime(format::get32(bytes.data() + v2::timeField))};
     }
 
     QString readName(int size) {
         QByteArray name(size, Qt::Uninitialized);
         if (size > 0 && !read(name.data(), static_cast<std::size_t>(size))) failTable();
         tableEnd_ += format::v2::entrySize + size;
-        if (tableEnd_ > format::maxTableSize) failTable();
         return QString::fromUtf8(name);
     }
 
@@ -106,12 +103,13 @@ private:
     std::int64_t tableEnd_ = 0;
     std::int64_t contentsStart_ = -1;  // of the first entry
     std::int64_t contentsEnd_ = 0;     // of the entries so far
+    std::int64_t nameBytes_ = 0;       // likewise
 };
 
 }  // namespace
 
 ArchiveStream PackageArchive::open(const QString& path, std::int64_t offset) {
-    FileHandle file(std::fopen(QFile::encodeName(path).constData(), "rb"));
+    FileHandle file = openRegular(path);
     if (!file || (offset != 0 && ::fseeko(file.get(), offset, SEEK_SET) != 0)) return {};
     beforeRead(file.get());
     std::array<char, format::recognisedSize> start;

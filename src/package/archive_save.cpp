@@ -19,8 +19,8 @@ using Files = std::vector<std::unique_ptr<PackageArchiveFile>>;
 constexpr int defaultLevel = 7;
 constexpr int maxLevel = 9;
 
-void writeAll(PackageArchiveIOFileInterface& stream, const QByteArray& bytes, const char* fault) {
-    if (stream.write(bytes.constData(), bytes.size()) < bytes.size()) throw HException(fault);
+void writeAll(PackageArchiveIOFileInterface& stream, QByteArrayView bytes, const char* fault) {
+    if (stream.write(bytes.data(), bytes.size()) < bytes.size()) throw HException(fault);
 }
 
 /// What stands in front of the stream and at its beginning, and the entries, in one version's form.
@@ -31,6 +31,8 @@ public:
     TableWriter& operator=(const TableWriter&) = delete;
     virtual ~TableWriter() = default;
 
+    /// Whether `load` would take so large a table.
+    bool fits() const { return files_.size() <= format::maxFiles && nameBytes() <= format::maxNameBytes; }
     virtual QByteArray fileHeader() const = 0;
     virtual QByteArray header() const = 0;
 
@@ -51,6 +53,11 @@ protected:
 
     const Files& files() const { return files_; }
     std::uint32_t count() const { return static_cast<std::uint32_t>(files_.size()); }
+    std::int64_t nameBytes() const {
+        std::int64_t size = 0;
+        for (const auto& file : files_) size += file->name().toUtf8().size();
+        return size;
+    }
 
 private:
     const Files& files_;
@@ -123,9 +130,7 @@ public:
 
 protected:
     std::int64_t tableSize() const override {
-        std::int64_t size = format::v2::headerSize + std::int64_t{format::v2::entrySize} * count();
-        for (const auto& file : files()) size += file->name().toUtf8().size();
-        return size;
+        return format::v2::headerSize + std::int64_t{format::v2::entrySize} * count() + nameBytes();
     }
 
     void writeEntry(PackageArchiveIOFileInterface& stream, const PackageArchiveFile& file,
@@ -157,9 +162,9 @@ std::unique_ptr<TableWriter> makeWriter(const PackageArchive& archive) {
 void PackageArchive::save(const QString& path, int level) {
     const std::unique_ptr<TableWriter> table = makeWriter(*this);
     const Compression compression = version() == 1 ? Compression::Zlib : this->compression();
-    if (data_->files.size() > format::maxFiles) throw HException("cannot write table of contents");
+    if (!table->fits()) throw HException("cannot write table of contents");
 
-    FileHandle file(std::fopen(QFile::encodeName(path).constData(), "wb"));
+    FileHandle file(readsFrom(path) ? nullptr : std::fopen(QFile::encodeName(path).constData(), "wb"));
     if (!file) throw HException("cannot open output file");
     beforeWrite(file.get());
     const QByteArray fileHeader = table->fileHeader();
@@ -175,10 +180,14 @@ void PackageArchive::save(const QString& path, int level) {
 
 void PackageArchive::writeContents(PackageArchiveIOFileInterface& stream) {
     for (const auto& file : data_->files) {
-        const QByteArray contents = readFile(file.get());
         // The table has promised a size; a file on disk may have changed since.
-        if (contents.size() != file->size()) throw HException("cannot write file");
-        writeAll(stream, contents, "cannot write file");
+        std::int64_t left = file->size();
+        for (Contents pieces(contents(file.get())); !pieces.isAtEnd(); pieces.advance()) {
+            left -= pieces.piece().size();
+            if (left < 0) break;
+            writeAll(stream, pieces.piece(), "cannot write file");
+        }
+        if (left != 0) throw HException("cannot write file");
     }
 }
 

@@ -5,7 +5,6 @@
 #include <bzlib.h>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace package {
@@ -17,8 +16,6 @@ namespace {
 constexpr int silent = 0;
 constexpr int fast = 0;
 constexpr int workFactor = 30;
-/// A block is undone in random order all over the cache; what is done between two pieces drives it out.
-constexpr int readAheadSize = 1 << 20;
 
 /// bzip2 counts in int.
 int stepOf(std::int64_t size) {
@@ -39,7 +36,6 @@ PackageArchiveCompressedBzInputFile::~PackageArchiveCompressedBzInputFile() {
 
 void PackageArchiveCompressedBzInputFile::openDecompressor() {
     int result = BZ_OK;
-    ahead_ = {};
     stream_ = ::BZ2_bzReadOpen(&result, file(), silent, fast, nullptr, 0);
     if (stream_ == nullptr) throw HException("cannot initialise inflate");
 }
@@ -50,30 +46,12 @@ void PackageArchiveCompressedBzInputFile::closeDecompressor() {
     if (result != BZ_OK) throw HException("error decompressing stream");
 }
 
-std::int64_t PackageArchiveCompressedBzInputFile::readDecompressed(void* buffer, std::int64_t size) {
-    if (size < 1) return 0;
-    auto* const bytes = static_cast<char*>(buffer);
-    for (std::int64_t done = 0; done < size;) {
-        if (ahead_.empty()) readAhead();
-        if (ahead_.empty()) throw HException("error reading from compressed stream");
-        const auto step = std::min<std::size_t>(ahead_.size(), static_cast<std::size_t>(size - done));
-        std::memcpy(bytes + done, ahead_.data(), step);
-        ahead_ = ahead_.subspan(step);
-        done += static_cast<std::int64_t>(step);
-    }
-    // The check sum is looked at only on the way past the last byte.
-    if (ahead_.empty()) readAhead();
-    return size;
-}
-
-void PackageArchiveCompressedBzInputFile::readAhead() {
-    if (ended_) return;
+std::size_t PackageArchiveCompressedBzInputFile::decompress(std::span<char> space, State& state) {
     int result = BZ_OK;
-    buffer_.resize(readAheadSize);
-    const int got = ::BZ2_bzRead(&result, stream_, buffer_.data(), readAheadSize);
-    ended_ = result != BZ_OK;  // by a failure too: the library must not go on after one
-    if (ended_ && result != BZ_STREAM_END) throw HException("error reading from compressed stream");
-    ahead_ = {buffer_.data(), static_cast<std::size_t>(got)};
+    const int got = ::BZ2_bzRead(&result, stream_, space.data(), static_cast<int>(space.size()));
+    state.hasEnded = result == BZ_STREAM_END;
+    if (result != BZ_OK) state.fault = "error reading from compressed stream";
+    return result == BZ_OK || state.hasEnded ? static_cast<std::size_t>(got) : 0;
 }
 
 PackageArchiveCompressedBzOutputFile::PackageArchiveCompressedBzOutputFile(FileHandle file, int level)

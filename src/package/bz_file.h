@@ -2,9 +2,6 @@
 
 #include "package/compressed_file.h"
 
-#include <span>
-#include <vector>
-
 namespace package {
 
 /// Reads a bzip2 stream.
@@ -15,14 +12,12 @@ public:
 
     void openDecompressor() override;
     void closeDecompressor() override;
-    std::int64_t readDecompressed(void* buffer, std::int64_t size) override;
+
+protected:
+    std::size_t decompress(std::span<char> space, State& state) override;
 
 private:
-    void readAhead();
-
     void* stream_ = nullptr;  // a BZFILE
-    std::vector<char> buffer_;
-    std::span<const char> ahead_;  // what of the buffer nobody has asked for yet
 };
 
 /// Writes a bzip2 stream with blocks of `level` times 100,000 bytes, from 1 to 9.

@@ -1,8 +1,7 @@
 #include "package/check_sum.h"
 
+#include "package/io_file.h"
 #include "support/hexception.h"
-
-#include <QFile>
 
 #include <array>
 
@@ -55,15 +54,15 @@ std::uint32_t checkSum(QByteArrayView bytes) {
 }
 
 std::uint32_t checkSumOfFile(const QString& path) {
-    QFile file(path);
+    const FileHandle file = openRegular(path);
     std::array<char, 65536> block;
     CheckSum sum;
-    qint64 got = file.open(QIODevice::ReadOnly | QIODevice::Unbuffered) ? 1 : -1;
-    while (got > 0) {
-        got = file.read(block.data(), block.size());
-        if (got > 0) sum.add(QByteArrayView(block.data(), got));
+    while (file) {
+        const std::size_t got = std::fread(block.data(), 1, block.size(), file.get());
+        sum.add(QByteArrayView(block.data(), static_cast<qsizetype>(got)));
+        if (got < block.size()) break;
     }
-    if (got < 0) throw support::HException("cannot read " + path.toStdString());
+    if (!file || std::ferror(file.get()) != 0) throw support::HException("cannot read " + path.toStdString());
     return sum.value();
 }
 

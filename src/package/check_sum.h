@@ -20,7 +20,7 @@ private:
 
 std::uint32_t checkSum(QByteArrayView bytes);
 
-/// Of a file on disk. Throws support::HException, "cannot read PATH".
+/// Of a regular file on disk. Throws support::HException, "cannot read PATH".
 std::uint32_t checkSumOfFile(const QString& path);
 
 }  // namespace package

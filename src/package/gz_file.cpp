@@ -36,41 +36,22 @@ void PackageArchiveCompressedGzInputFile::closeDecompressor() {
     ::inflateEnd(&stream_);
 }
 
-std::int64_t PackageArchiveCompressedGzInputFile::readDecompressed(void* buffer, std::int64_t size) {
-    std::int64_t done = 0;
-    while (done < size) {
-        const uInt step = stepOf(size - done);
-        stream_.next_out = static_cast<Bytef*>(buffer) + done;
-        stream_.avail_out = step;
-        inflateSome(Z_OK);
-        done += step - stream_.avail_out;
+std::size_t PackageArchiveCompressedGzInputFile::decompress(std::span<char> space, State& state) {
+    stream_.next_out = reinterpret_cast<Bytef*>(space.data());
+    stream_.avail_out = static_cast<uInt>(space.size());
+    while (stream_.avail_out > 0 && state.fault == nullptr) {
+        if (stream_.avail_in == 0) {
+            stream_.next_in = input_.data();
+            stream_.avail_in =
+                static_cast<uInt>(readFile(input_.data(), static_cast<std::int64_t>(input_.size())));
+        }
+        const bool isCutOff = stream_.avail_in == 0;
+        const int result = isCutOff ? Z_STREAM_END : ::inflate(&stream_, Z_NO_FLUSH);
+        state.hasEnded = result == Z_STREAM_END && !isCutOff;
+        if (result == Z_STREAM_END) state.fault = "error reading stream";
+        if (result != Z_STREAM_END && result != Z_OK) state.fault = "error reading from compressed stream";
     }
-    checkRest();
-    return size;
-}
-
-/// Takes `atBest` for as good as Z_OK.
-void PackageArchiveCompressedGzInputFile::inflateSome(int atBest) {
-    fillInput();
-    const int result = ::inflate(&stream_, Z_NO_FLUSH);
-    ended_ = result == Z_STREAM_END;
-    if (!ended_ && result != Z_OK && result != atBest)
-        throw HException("error reading from compressed stream");
-}
-
-void PackageArchiveCompressedGzInputFile::fillInput() {
-    if (!ended_ && stream_.avail_in == 0) {
-        stream_.next_in = input_.data();
-        stream_.avail_in =
-            static_cast<uInt>(readFile(input_.data(), static_cast<std::int64_t>(input_.size())));
-    }
-    if (ended_ || stream_.avail_in == 0) throw HException("error reading stream");
-}
-
-/// Input that is used up may end before the check sum; otherwise zlib has already gone as far as it can
-/// without giving more bytes.
-void PackageArchiveCompressedGzInputFile::checkRest() {
-    if (!ended_ && stream_.avail_in == 0) inflateSome(Z_BUF_ERROR);
+    return space.size() - stream_.avail_out;
 }
 
 PackageArchiveCompressedGzOutputFile::PackageArchiveCompressedGzOutputFile(FileHandle file, int level)

@@ -16,15 +16,16 @@ public:
 
     void openDecompressor() override;
     void closeDecompressor() override;
-    std::int64_t readDecompressed(void* buffer, std::int64_t size) override;
+
+protected:
+    std::size_t decompress(std::span<char> space, State& state) override;
 
 private:
-    void inflateSome(int atBest);
-    void fillInput();
-    void checkRest();
+    /// Each return from the library for more input costs it a copy of its window.
+    static constexpr std::size_t inputSize = 1 << 17;
 
     z_stream stream_{};
-    std::array<Bytef, 16384> input_;
+    std::array<Bytef, inputSize> input_;
 };
 
 /// Writes a zlib stream at a level from 0 to 9.

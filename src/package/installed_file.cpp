@@ -1,6 +1,6 @@
 #include "package/installed_file.h"
 
-#include "package/package_copier.h"
+#include "package/package_archive_file.h"
 #include "package/target.h"
 #include "project/base/macro_engine.h"
 #include "support/hexception.h"
@@ -9,26 +9,36 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <unistd.h>
+
+#include <cerrno>
+
 namespace package {
 
-QString expandSystemMacros(const QString& text) {
-    return project::macroEngine ? project::macroEngine->expandSystem(text) : text;
+QString installationDirectory(const QString& text, const PackageManager& manager) {
+    const QString expanded = project::macroEngine ? project::macroEngine->expandSystem(text) : text;
+    return expanded.isEmpty() ? manager.packagesDirectory()
+                              : QDir(manager.packagesDirectory()).absoluteFilePath(expanded);
+}
+
+void requireExpanded(const QString& directory) {
+    if (directory.contains(u"$("))
+        throw support::HException("cannot expand installation directory " + directory.toStdString());
 }
 
 QString directoryOf(const PackageRecord& package, const QString& file, const PackageManager& manager) {
     if (file.endsWith(descriptionSuffix)) return manager.packagesDirectory();
-    const QString directory = expandSystemMacros(package.installationDirectory);
-    return directory.isEmpty() ? manager.packagesDirectory() : directory;
+    return installationDirectory(package.installationDirectory, manager);
 }
 
 bool removeInstalledFile(const QString& directory, const QString& file) {
     try {
-        checkTarget(directory, file);
+        TargetDirectory(directory).check(file);
     } catch (const support::HException&) {
         return false;
     }
-    QFile::remove(directory + u'/' + file);
-    return true;
+    const QByteArray path = QFile::encodeName(directory + u'/' + pathBelow(file));
+    return ::unlink(path.constData()) == 0 || errno == ENOENT || errno == ENOTDIR;
 }
 
 void removeEmptyDirectories(const QString& directory) {

@@ -1,6 +1,22 @@
 #include "package/io_file.h"
 
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace package {
+
+FileHandle openRegular(const QString& path) {
+    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0) return nullptr;
+    struct stat status {};
+    const bool isRegular = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    FileHandle file(isRegular ? ::fdopen(descriptor, "rb") : nullptr);
+    if (!file) ::close(descriptor);
+    return file;
+}
 
 std::int64_t PackageArchiveIOFile::readFile(void* buffer, std::int64_t size) {
     if (size < 1) return 0;

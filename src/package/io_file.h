@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -12,6 +14,10 @@ struct FileCloser {
 };
 /// A C file that is closed with its owner.
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+/// Opens a regular file for reading; null for anything else, a pipe in particular, which could make the open
+/// wait.
+FileHandle openRegular(const QString& path);
 
 /// What an archive is read from or written to, as a stream of bytes. Streams of compressed bytes throw
 /// support::HException; the others only answer that less was done.

@@ -2,7 +2,6 @@
 #include "package/archive_format.h"
 #include "package/bz_file.h"
 #include "package/gz_file.h"
-#include "package/target.h"
 #include "support/hexception.h"
 
 #include <QFile>
@@ -18,47 +17,18 @@ using support::HException;
 
 namespace {
 
-/// A size that a table claims is reserved only up to here; beyond, memory grows with what is read.
-constexpr std::int64_t firstRead = std::int64_t{1} << 20;
-
-/// What `stream` gives at its position, or less than `size` bytes where it ends.
-QByteArray readUpTo(PackageArchiveIOFileInterface& stream, std::int64_t size) {
-    QByteArray contents;
-    std::int64_t done = 0;
-    while (done < size) {
-        const std::int64_t step = std::min(size - done, std::max(done, firstRead));
-        contents.resize(done + step);
-        const std::int64_t got = stream.read(contents.data() + done, step);
-        done += got;
-        if (got < step) break;
-    }
-    contents.truncate(done);
-    return contents;
-}
-
-QByteArray readFromDisk(const QString& path, const QString& name) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) throw HException("cannot read file " + name.toStdString());
-    QByteArray contents = file.readAll();
-    if (file.error() != QFileDevice::NoError) throw HException("cannot read file " + name.toStdString());
-    return contents;
-}
-
 /// The status of a regular file that can be read and whose size an entry can hold.
 struct stat statusOf(const QString& path) {
     struct stat status {};
-    const QByteArray bytes = QFile::encodeName(path);
-    // A pipe would make the open wait.
-    const bool isRegular = ::stat(bytes.constData(), &status) == 0 && S_ISREG(status.st_mode);
-    if (!isRegular || status.st_size > std::numeric_limits<std::uint32_t>::max() ||
-        !FileHandle(std::fopen(bytes.constData(), "rb")))
+    const FileHandle file = openRegular(path);
+    if (!file || ::fstat(::fileno(file.get()), &status) != 0 ||
+        status.st_size > std::numeric_limits<std::uint32_t>::max())
         throw HException("cannot read " + path.toStdString());
     return status;
 }
 
-QDateTime timeOf(std::int64_t seconds) {
-    const auto kept = std::clamp<std::int64_t>(seconds, 0, std::numeric_limits<std::uint32_t>::max());
-    return QDateTime::fromSecsSinceEpoch(kept, Qt::UTC);
+bool isSame(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
 }  // namespace
@@ -139,41 +109,29 @@ PackageArchiveFile* PackageArchive::addDiskFile(const QString& path, const QStri
     data.diskPath = path;
     data.size = static_cast<std::uint32_t>(status.st_size);
     data.mode = status.st_mode & format::keptMode;
-    data.modified = timeOf(status.st_mtime);
+    data.modified = entryTime(status.st_mtime);
     return file;
 }
 
 PackageArchiveFile* PackageArchive::findPackageDescription() const {
-    const auto isDescription = [](const auto& file) { return file->name().endsWith(u"_package.xml"); };
+    const auto isDescription = [](const auto& file) { return file->isDescription(); };
     const auto found = std::find_if(data_->files.begin(), data_->files.end(), isDescription);
     return found == data_->files.end() ? nullptr : found->get();
 }
 
-QByteArray PackageArchive::readFile(const PackageArchiveFile* file) {
-    if (file == nullptr) return {};
-    switch (file->data_.source) {
-        case PackageArchiveFile::Source::Archive:
-            return readFromStream(*file);
-        case PackageArchiveFile::Source::Disk:
-            return readFromDisk(file->data_.diskPath, file->name());
-        case PackageArchiveFile::Source::Memory:
-            return file->data_.data;
-        case PackageArchiveFile::Source::Nowhere:
-            break;
-    }
-    return {};
-}
-
-QByteArray PackageArchive::readFromStream(const PackageArchiveFile& file) {
-    const std::int64_t size = file.size();
-    if (size == 0) return {};
-    QByteArray contents;
-    if (data_->input.stream->seek(data_->input.start + file.data_.offset))
-        contents = readUpTo(*data_->input.stream, size);
-    const bool isLast = std::int64_t{file.data_.offset} + size == data_->input.end;
-    if (contents.size() < size || (isLast && !data_->input.isAtEnd()))
-        throw HException("cannot read file " + file.name().toStdString() + " from archive");
-    return contents;
+bool PackageArchive::readsFrom(const QString& path) const {
+    struct stat output {};
+    if (::stat(QFile::encodeName(path).constData(), &output) != 0) return false;
+    const auto isOutput = [&](const QString& other) {
+        struct stat input {};
+        return ::stat(QFile::encodeName(other).constData(), &input) == 0 && isSame(input, output);
+    };
+    using Source = PackageArchiveFile::Source;
+    const auto readsIt = [&](const auto& file) {
+        return file->data_.source == Source::Disk && isOutput(file->data_.diskPath);
+    };
+    return (!data_->path.isEmpty() && isOutput(data_->path)) ||
+           std::any_of(files().begin(), files().end(), readsIt);
 }
 
 }  // namespace package

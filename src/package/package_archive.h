@@ -1,6 +1,7 @@
 #pragma once
 
 #include "package/compressed_file.h"
+#include "package/contents.h"
 #include "package/package_archive_file.h"
 
 #include <QByteArray>
@@ -60,7 +61,7 @@ public:
     /// stream open. Replaces what was held; after a failure the archive is empty.
     void load(const QString& path, std::int64_t offset = 0);
     /// Writes the archive in the form of its version. A `level` below 0 means 7, one above 9 means 9. After a
-    /// failure a part of the file may remain.
+    /// failure a part of the file may remain. A file that the archive itself needs is not opened.
     void save(const QString& path, int level = -1);
     /// Destroys entries and stream.
     void clear();
@@ -87,12 +88,19 @@ public:
     PackageArchiveFile* findPackageDescription() const;
     /// The contents of an entry; empty for null.
     QByteArray readFile(const PackageArchiveFile* file);
+    /// The same in pieces, which are taken before anything else is read from the archive.
+    PieceSource contents(const PackageArchiveFile* file);
+    /// Whether the archive needs the file at `path`, so that it cannot be saved there.
+    bool readsFrom(const QString& path) const;
 
     // --- Extraction: a file is written whole, with its time and mode, or not at all ---
 
     /// Writes an entry to `directory` + "/" + name, which must not lead out of the directory, nor through a
     /// symbolic link below it.
     void extract(const PackageArchiveFile* file, const QString& directory, bool overwrite);
+    /// Writes several likewise, in their order, but none when one's name is refused.
+    void extractAll(const std::vector<const PackageArchiveFile*>& files, const QString& directory,
+                    bool overwrite);
     /// Writes an entry to `path`, making the directories that it needs.
     void extractTo(const PackageArchiveFile* file, const QString& path, bool overwrite);
     /// Throws unless every entry's name may be written below `directory`. A caller that writes several asks
@@ -101,8 +109,10 @@ public:
 
     // --- Solutions ---
 
-    /// Writes an archive of the solution's file and of the files that it names below its own directory, and
-    /// of `extraFile` unless that is null.
+    /// Adds the solution's file and the files that it names below its own directory, and `extraFile` unless
+    /// that is null.
+    void addSolution(project::ProjectElement* solution, const QString& extraFile = QString());
+    /// Writes an archive of these files.
     static void packageSolution(project::ProjectElement* solution, const QString& archivePath,
                                 const QString& extraFile = QString());
 
@@ -115,7 +125,6 @@ private:
     ArchiveStream openVersion2(std::uint16_t form, FileHandle file);
     ArchiveStream openVersion1(FileHandle file);
     ArchiveStream openPlain(const char* start, FileHandle file);
-    QByteArray readFromStream(const PackageArchiveFile& file);
     void writeContents(PackageArchiveIOFileInterface& stream);
 
     std::unique_ptr<PackageArchiveData> data_;

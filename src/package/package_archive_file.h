@@ -9,6 +9,14 @@
 
 namespace package {
 
+/// The suffix of the file that describes a package.
+inline const QString descriptionSuffix = QStringLiteral("_package.xml");
+
+/// What a mode comes down to where only "read-only" is known.
+constexpr std::uint32_t writeBits = 0222;
+constexpr std::uint32_t readOnlyMode = 0444;
+constexpr std::uint32_t writableMode = 0666;
+
 /// One entry of an archive, which owns it.
 class PackageArchiveFile {
 public:
@@ -32,7 +40,8 @@ public:
     const QDateTime& modified() const { return data_.modified; }
     std::uint32_t size() const { return data_.size; }
     std::uint32_t mode() const { return data_.mode; }
-    bool isReadOnly() const { return (data_.mode & 0222) == 0; }
+    bool isReadOnly() const { return (data_.mode & writeBits) == 0; }
+    bool isDescription() const { return data_.name.endsWith(descriptionSuffix); }
     /// Seconds since 1970 in UTC.
     std::int64_t modifiedSeconds() const { return data_.modified.toSecsSinceEpoch(); }
 

@@ -23,6 +23,8 @@ const QString packageTag = QStringLiteral("package");
 const QString installedFileTag = QStringLiteral("installed_file");
 const QString fileNameKey = QStringLiteral("file_name");
 const QString checkSumKey = QStringLiteral("crc32");
+const QString keptKey = QStringLiteral("kept");
+const QString yes = QStringLiteral("Yes");
 
 [[noreturn]] void fail(const QString& name, const QString& message, qint64 column, qint64 line) {
     throw HException("cannot load package description file: " + name.toStdString() + " - " +
@@ -31,6 +33,27 @@ const QString checkSumKey = QStringLiteral("crc32");
 
 bool isAscii(QStringView name) {
     return std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+/// Whether more attributes stand in one tag than may. This is asked of the bare text: an XML reader compares
+/// every two attributes of a tag.
+bool hasCrowdedTag(const QString& text) {
+    int attributes = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'<') attributes = 0;
+        if (text[i] != u'=') continue;
+        while (i + 1 < text.size() && text[i + 1].isSpace()) ++i;
+        const bool isQuoted = i + 1 < text.size() && (text[i + 1] == u'"' || text[i + 1] == u'\'');
+        if (isQuoted && ++attributes > PackageDescriptionFile::maxAttributes) return true;
+    }
+    return false;
+}
+
+/// The reader lets some of what XML cannot hold pass in processing instructions.
+bool hasControlCharacter(const QString& text) {
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        return (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r') || c.unicode() >= 0xFFFE;
+    });
 }
 
 /// Whether a character reference can stand for whatever is not ASCII here: it cannot in a name.
@@ -45,6 +68,8 @@ bool hasAsciiNames(const QXmlStreamReader& token) {
 
 /// The document becomes a tree of objects that is destroyed by recursion, and is written as ASCII.
 void checkForm(const QString& text, const QString& name) {
+    if (hasControlCharacter(text)) fail(name, QStringLiteral("control character"), 0, 0);
+    if (hasCrowdedTag(text)) fail(name, QStringLiteral("too many attributes"), 0, 0);
     QXmlStreamReader reader(text);
     reader.setNamespaceProcessing(false);
     int depth = 0;
@@ -52,6 +77,9 @@ void checkForm(const QString& text, const QString& name) {
         reader.readNext();
         if (reader.isStartElement() && ++depth > PackageDescriptionFile::maxDepth)
             fail(name, QStringLiteral("elements nested too deeply"), reader.columnNumber(),
+                 reader.lineNumber());
+        if (reader.isDTD() && reader.text().contains(u'['))
+            fail(name, QStringLiteral("declarations in the document type"), reader.columnNumber(),
                  reader.lineNumber());
         if (!hasAsciiNames(reader))
             fail(name, QStringLiteral("name is not ASCII"), reader.columnNumber(), reader.lineNumber());
@@ -68,7 +96,7 @@ void writeSortedElement(const QXmlStreamReader& element, QXmlStreamWriter& write
 }
 
 /// The text of a document with the attributes of each element by name: the DOM keeps them in an order that
-/// changes from run to run.
+/// changes from run to run. Null when the text is no document: the DOM takes characters that XML cannot hold.
 QString withSortedAttributes(const QString& text) {
     QString sorted;
     QXmlStreamReader reader(text);
@@ -78,7 +106,8 @@ QString withSortedAttributes(const QString& text) {
     while (!reader.atEnd()) {
         reader.readNext();
         const bool isMissing = reader.isStartDocument() && reader.documentVersion().isEmpty();
-        if (isMissing || reader.hasError()) continue;
+        if (reader.hasError()) return {};
+        if (isMissing) continue;
         isProlog = isProlog && !reader.isStartElement();
         if (reader.isStartElement())
             writeSortedElement(reader, writer);
@@ -131,8 +160,10 @@ void PackageDescriptionFile::savePackageDescription(const QString& path, bool ov
     if (!overwrite && QFileInfo::exists(path))
         throw HException("cannot overwrite package description file " + path.toStdString());
     const QByteArray text = asciiOf(withSortedAttributes(document_.toString(indent)));
-    const NewFile file{.contents = text, .modified = QDateTime::currentSecsSinceEpoch()};
-    if (Target::at(path).write(file) != Target::Fault::None)
+    const NewFile file{.modified = QDateTime::currentSecsSinceEpoch()};
+    Contents contents(wholePiece(text));
+    if (text.isEmpty() || text.size() > maxRecordSize ||
+        Target::at(path).write(file, contents) != Target::Fault::None)
         throw HException("cannot write package description file " + path.toStdString());
 }
 
@@ -167,16 +198,29 @@ InstalledFiles PackageDescriptionFile::installedFiles() {
     return files;
 }
 
-void PackageDescriptionFile::setInstalledFiles(const InstalledFiles& files) {
-    while (true) {
-        const QDomElement old = root().firstChildElement(installedFileTag);
-        if (old.isNull()) break;
+KeptFiles PackageDescriptionFile::keptFiles() {
+    KeptFiles files;
+    for (QDomElement child = root().firstChildElement(installedFileTag); !child.isNull();
+         child = child.nextSiblingElement(installedFileTag))
+        if (child.attribute(keptKey) == yes) files.insert(child.attribute(fileNameKey));
+    return files;
+}
+
+void PackageDescriptionFile::removeInstalledFiles() {
+    QDomElement next;
+    for (QDomElement old = root().firstChildElement(installedFileTag); !old.isNull(); old = next) {
+        next = old.nextSiblingElement(installedFileTag);
         root().removeChild(old);
     }
+}
+
+void PackageDescriptionFile::setInstalledFiles(const InstalledFiles& files, const KeptFiles& kept) {
+    removeInstalledFiles();
     for (auto file = files.begin(); file != files.end(); ++file) {
         QDomElement child = document_.createElement(installedFileTag);
         child.setAttribute(fileNameKey, file.key());
         child.setAttribute(checkSumKey, checkSumText(file.value()));
+        if (kept.contains(file.key())) child.setAttribute(keptKey, yes);
         root().appendChild(child);
     }
 }

@@ -2,7 +2,8 @@
 
 #include "package/check_sum.h"
 #include "package/installed_file.h"
-#include "package/package_copier.h"
+#include "package/package_archive_file.h"
+#include "package/target.h"
 #include "support/hexception.h"
 
 #include <QDir>
@@ -19,21 +20,38 @@ namespace {
 
 /// Whether the file is as it was installed; a description always is.
 bool isUnchanged(const QString& path, std::uint32_t sum) {
-    try {
-        return path.endsWith(descriptionSuffix) || checkSumOfFile(path) == sum;
-    } catch (const HException&) {
-        return false;
-    }
+    return path.endsWith(descriptionSuffix) || checkSumOfFile(path) == sum;
+}
+
+/// The file's place, however its name is written; throws for a name that leads out of its directory.
+QString placeOf(const PackageRecord& package, const QString& file, const PackageManager& manager) {
+    return directoryOf(package, file, manager) + u'/' + pathBelow(file);
+}
+
+QSet<QString> placesOf(const PackageRecord& package, const PackageManager& manager) {
+    QSet<QString> places;
+    for (auto file = package.files.begin(); file != package.files.end(); ++file)
+        places.insert(placeOf(package, file.key(), manager));
+    return places;
+}
+
+void removeLeftOver(const PackageRecord& old, const QString& file, const QSet<QString>& now,
+                    const PackageManager& manager) {
+    const QString place = placeOf(old, file, manager);
+    const bool stays = old.kept.contains(file) || now.contains(place);
+    if (!stays && isUnchanged(place, old.files.value(file)) &&
+        removeInstalledFile(directoryOf(old, file, manager), file))
+        removeEmptyDirectories(QFileInfo(place).path());
 }
 
 void removeLeftOvers(const PackageRecord& old, const PackageRecord& now, const PackageManager& manager) {
+    const QSet<QString> places = placesOf(now, manager);
     for (auto file = old.files.begin(); file != old.files.end(); ++file) {
-        const QString directory = directoryOf(old, file.key(), manager);
-        const bool isKept =
-            now.files.contains(file.key()) && directory == directoryOf(now, file.key(), manager);
-        const QString path = directory + u'/' + file.key();
-        if (!isKept && isUnchanged(path, file.value()) && removeInstalledFile(directory, file.key()))
-            removeEmptyDirectories(QFileInfo(path).path());
+        try {
+            removeLeftOver(old, file.key(), places, manager);
+        } catch (const HException&) {
+            // What cannot be read, or leads elsewhere, is not known to be the package's.
+        }
     }
 }
 
@@ -41,17 +59,20 @@ void removeLeftOvers(const PackageRecord& old, const PackageRecord& now, const P
 
 PackageDirectory::PackageDirectory(const QString& directory) : directory_(directory) {
     const QDir descriptions(directory + QStringLiteral("/packages"));
-    const QStringList names =
-        descriptions.entryList({u'*' + descriptionSuffix}, QDir::Files | QDir::Hidden, QDir::Name);
+    const QStringList names = descriptions.entryList(
+        {u'*' + descriptionSuffix}, QDir::Files | QDir::Hidden | QDir::CaseSensitive, QDir::Name);
     for (const QString& name : names) read(descriptions.filePath(name));
 }
 
 void PackageDirectory::read(const QString& path) {
     try {
         QFile file(path);
-        if (!file.open(QIODevice::ReadOnly)) throw HException("cannot read " + path.toStdString());
+        if (!file.open(QIODevice::ReadOnly) || file.size() > PackageDescriptionFile::maxRecordSize)
+            throw HException("cannot read " + path.toStdString());
         PackageDescriptionFile description;
         description.parse(file.readAll(), path);
+        if (description.attribute("name").isEmpty())
+            throw HException("package has no name " + path.toStdString());
         packages_.push_back(recordOf(description));
     } catch (const HException& fault) {
         problems_.push_back(fault.message());

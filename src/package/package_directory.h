@@ -8,7 +8,7 @@ namespace package {
 
 /// A package manager whose records are the descriptions of the installed packages, kept as
 /// "packages/*_package.xml" in its directory. When a package is installed again, it removes what the former
-/// installation left and the new one does not have, unless it has been changed since.
+/// installation left and the new one does not have, unless the user has changed or kept it.
 class PackageDirectory : public PackageManager {
 public:
     explicit PackageDirectory(const QString& directory);

@@ -6,6 +6,8 @@
 
 namespace package {
 
+class PackageCopier;
+
 /// Installs and uninstalls packages on behalf of a manager, which outlives it as the host does.
 ///
 /// Failures of the archive and of the description are thrown as support::HException. What a cancelled or
@@ -23,14 +25,15 @@ public:
     /// refused unless a directory was set, and leaves no record.
     bool installPackage(const QString& path, QString& name, bool showStatus, bool uninstallFirst);
 
-    /// Removes the files of an installed package, and directories that this leaves empty.
-    void uninstallPackage(const QString& name);
+    /// Removes the files of an installed package, and directories that this leaves empty. False when a file
+    /// stays, which the host is told; the package then counts as uninstalled all the same.
+    bool uninstallPackage(const QString& name);
 
 private:
     PackageRecord* installed(const QString& name);
     bool chooseDestination(PackageDescriptionFile& description, QString& destination);
     bool acceptVersions(PackageDescriptionFile& description);
-    void record(PackageDescriptionFile& description, const QString& fileName, InstalledFiles files);
+    void record(PackageDescriptionFile& description, const QString& fileName, const PackageCopier& copier);
 
     PackageManager& manager_;
     InstallationHost& host_;

@@ -3,12 +3,11 @@
 namespace package {
 
 PackageRecord recordOf(PackageDescriptionFile& description) {
-    PackageVersion version = PackageVersion::parse(description.attribute("version"));
-    if (!version.isSet()) version = {0, 0, -1};
     return {.name = description.attribute("name"),
-            .installedVersion = version,
+            .installedVersion = PackageVersion::parse(description.attribute("version")),
             .installationDirectory = description.attribute("installation_directory"),
-            .files = description.installedFiles()};
+            .files = description.installedFiles(),
+            .kept = description.keptFiles()};
 }
 
 }  // namespace package

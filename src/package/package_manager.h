@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 namespace package {
@@ -12,12 +13,13 @@ namespace package {
 /// A package that a manager knows.
 struct PackageRecord {
     QString name;
-    PackageVersion installedVersion;  ///< unset when it is not installed
-    QString installationDirectory;    ///< macros allowed; empty means the packages directory
+    std::optional<PackageVersion> installedVersion;  ///< may be unset; none when it is not installed
+    QString installationDirectory;                   ///< as in the description
     InstalledFiles files;
+    KeptFiles kept;
 };
 
-/// What the description of an installed package says. One without a version counts as version 0.
+/// What the description of an installed package says.
 PackageRecord recordOf(PackageDescriptionFile& description);
 
 /// What installing and uninstalling need of a package manager. Neither throws.
@@ -43,15 +45,16 @@ public:
 
     /// A directory, or a null text to cancel. `start` is where a dialog begins.
     virtual QString chooseDirectory(const QString& prompt, const QString& start) = 0;
-    virtual Overwrite askOverwrite(const QString& title, const QString& text) = 0;
+    /// `target` is the file that `text` asks about.
+    virtual Overwrite askOverwrite(const QString& title, const QString& text, const QString& target) = 0;
     /// False to cancel.
     virtual bool confirm(const QString& title, const QString& heading, const QString& text) = 0;
     virtual void inform(const QString& title, const QString& text) = 0;
     /// False to end the installation.
     virtual bool goOnAfter(const QString& title, const QString& error) = 0;
     virtual void showStatus(const QString& text) = 0;
-    /// The global macros of the engine have changed.
-    virtual void saveGlobalMacros() = 0;
+    /// The engine's global macro of that name has been set or removed.
+    virtual void saveGlobalMacros(const QString& changed) = 0;
 };
 
 }  // namespace package

@@ -15,13 +15,12 @@ using Answer = PackagedSolutionHost::Answer;
 
 /// Yes for a file that is missing or older on disk.
 Answer decide(const PackageArchiveFile& file, const QString& directory, PackagedSolutionHost& host) {
-    const QString target = directory + u'/' + file.name();
-    const std::int64_t diskTime = modificationTime(target);
+    const std::int64_t diskTime = modificationTime(directory + u'/' + pathBelow(file.name()));
     if (diskTime == file.modifiedSeconds()) return Answer::No;
     if (diskTime < file.modifiedSeconds()) return Answer::Yes;
-    return host.askOverwrite(
-        QStringLiteral("Open Packaged Solution"),
-        target + QStringLiteral(" exists and is dated later than package file - overwrite?"));
+    return host.askOverwrite(QStringLiteral("Open Packaged Solution"),
+                             directory + u'/' + file.name() +
+                                 QStringLiteral(" exists and is dated later than package file - overwrite?"));
 }
 
 /// False when the host cancels.

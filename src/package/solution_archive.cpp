@@ -19,7 +19,8 @@ public:
     void add(const QString& path) {
         QString name;
         if (!project::relativePath(directory_, path, name)) return;
-        const bool isInside = !name.isEmpty() && name != u".." && !name.startsWith(u"../");
+        // Relative paths ignore case, the disk does not.
+        const bool isInside = !name.isEmpty() && path == directory_ + u'/' + name;
         if (isInside && archive_.fileNamed(name) == nullptr) archive_.addDiskFile(path, name);
     }
 
@@ -37,18 +38,22 @@ private:
 
 }  // namespace
 
-void PackageArchive::packageSolution(ProjectElement* solution, const QString& archivePath,
-                                     const QString& extraFile) {
-    PackageArchive archive;
+void PackageArchive::addSolution(ProjectElement* solution, const QString& extraFile) {
     solution->resolvePaths(project::commonConfiguration);
-    archive.addDiskFile(solution->path.absFilePath(), solution->path.fileName());
-    Bundle bundle(archive, solution->path.dirPath(true));
+    addDiskFile(solution->path.absFilePath(), solution->path.fileName());
+    Bundle bundle(*this, project::Path(solution->path.absFilePath()).dirPath());
     project::forEachElement(*solution, [&](ProjectElement& node) {
         if (&node == solution) return true;
         if (node.isSolution() || node.isFile()) bundle.addNode(node);
         return node.isSolution() || node.isProject() || node.isFolder();
     });
     if (!extraFile.isNull()) bundle.add(project::Path(extraFile).absFilePath());
+}
+
+void PackageArchive::packageSolution(ProjectElement* solution, const QString& archivePath,
+                                     const QString& extraFile) {
+    PackageArchive archive;
+    archive.addSolution(solution, extraFile);
     archive.save(archivePath);
 }
 

@@ -83,17 +83,45 @@ TEST_F(PackageCommand, MakesListsAndExtractsArchives) {
     }
 }
 
+TEST_F(PackageCommand, WarnsOfWhatIsNoFile) {
+    put("in/a", "a");
+    fs::create_symlink("none", root / "in/dangling");
+    fs::create_symlink("a", root / "in/link");
+    ASSERT_EQ(::mkfifo((root / "in/pipe").c_str(), 0600), 0);
+    EXPECT_EQ(shown(package("create @/in/p -C @/in .")),
+              "0\n"
+              "atelis: warning: skipped @/in/dangling, which is no file\n"
+              "atelis: warning: skipped @/in/pipe, which is no file\n");
+    EXPECT_EQ(shown(package("list @/in/p")),
+              "0\n"
+              "0666 1 2001-09-09T01:46:40Z a\n"
+              "0666 1 2001-09-09T01:46:40Z link\n");
+    EXPECT_EQ(package("create @/in/p -C @/in a link").status, 0);
+    EXPECT_EQ(shown(package("create @/q -C @/in pipe")), "1\natelis: error: cannot read @/in/pipe\n");
+}
+
 TEST_F(PackageCommand, ReportsWhatFails) {
     put("in/a", "a");
+    put("odd/c:x", "");
+    put("odd/a\\b", "");
     put("text", "no archive at all");
+    ASSERT_EQ(::mkfifo((root / "pipe").c_str(), 0600), 0);
     ASSERT_EQ(package("create @/p -C @/in a").status, 0);
     const std::pair<const char*, const char*> cases[] = {
         {"list @/none", "1\natelis: error: @/none does not exist\n"},
         {"list @/text", "1\natelis: error: unsupported package file format\n"},
+        {"list @/pipe", "1\natelis: error: unsupported package file format\n"},
+        {"cat @/p 'b\n'", "1\natelis: error: no file \"b\\012\"\n"},
         {"cat @/p b", "1\natelis: error: no file \"b\"\n"},
         {"extract @/p -d @/out a b", "1\natelis: error: no file \"b\"\n"},
         {"create @/q -C @/in none", "1\natelis: error: cannot read @/in/none\n"},
         {"create @/q -C @/in ../text", "1\natelis: error: ../text lies outside the directory\n"},
+        {"create @/q -C @/odd .", "1\natelis: error: cannot store the name a\\b\n"},
+        {"create @/q -C @/odd c:x", "1\natelis: error: cannot store the name c:x\n"},
+        {"create @/in/a -C @/in a", "1\natelis: error: @/in/a is the archive itself\n"},
+        {"create @/p -C @/in a --compression bzip2 --level 0",
+         "1\natelis: error: cannot initialise deflate\n"},
+        {"create @/in -C @/in a", "1\natelis: error: cannot open output file\n"},
         {"create @/q /etc/hostname", "1\natelis: error: /etc/hostname lies outside the directory\n"},
         {"create @/q -C @/in a --compression bzip2 --level 0",
          "1\natelis: error: cannot initialise deflate\n"},
@@ -108,6 +136,7 @@ TEST_F(PackageCommand, ReportsWhatFails) {
     for (const auto& [words, expected] : cases) EXPECT_EQ(shown(package(words)), expected) << words;
     EXPECT_FALSE(fs::exists(root / "out"));
     EXPECT_FALSE(fs::exists(root / "q"));
+    EXPECT_EQ(package("cat @/p a").output + get("in/a"), "aa") << "what was there stays";
     for (const char* words :
          {"", "list", "create @/q", "create @/q a --version 3", "open @/p @/o --newer perhaps"})
         EXPECT_EQ(package(words).status, 2) << words;
@@ -151,6 +180,9 @@ TEST_F(PackageCommand, InstallsPackages) {
     put("two/tool_package.xml",
         R"(<package name="tool" version="1.3" onw_versions="9" installation_directory="@"/>)");
     put("two/edited", "new", 1'000'000'001);
+    put("bare/bare_package.xml",
+        R"(<package name="ba&#9;re" installation_directory_global_macro_name="Bare"/>)");
+    put("bare/f", "f");
     ASSERT_EQ(package("create @/tool.qxPackage -C @/one .").status, 0);
     ASSERT_EQ(package("create @/two.qxPackage -C @/two .").status, 0);
     const auto run = [&](const char* words, const char* expected) {
@@ -170,6 +202,16 @@ TEST_F(PackageCommand, InstallsPackages) {
         "The package you are installing is incompatible with this release of Kestrelant.";
     run("install @/two.qxPackage --directory @/user/tool",
         ("1\natelis: error: " + incompatible + "\n").c_str());
+    EXPECT_EQ(package("create @/bare.qxPackage -C @/bare .").status, 0);
+    run("install @/bare.qxPackage --directory '@/<b>'",
+        "0\nInstalled package 'ba\\011re'\natelis: warning: the global macro is not kept: -D Bare=@/<b>\n");
+    put("<b>/f", "mine", 2'000'000'000);
+    run("install @/bare.qxPackage --directory '@/<b>' --newer cancel",
+        "1\natelis: warning: the global macro is not kept: -D Bare=@/<b>\n"
+        "atelis: error: The file @/<b>/f exists and is dated later than package file.\n"
+        "atelis: error: The package installation was cancelled.\n");
+    run("installed", "0\nba\\011re\t\t@/<b>\ntool\t1.02\t@/user/tool\n");
+    run("uninstall 'ba\tre'", "0\n");
     run("install @/tool.qxPackage --newer cancel",
         "1\natelis: error: The file @/user/tool/edited exists and is dated later than package file.\n"
         "atelis: error: The package installation was cancelled.\n");
@@ -226,6 +268,10 @@ TEST_F(PackageCommand, BundlesSolutions) {
               "1\natelis: error: cannot read @/home/top.c\n");
     EXPECT_EQ(package("solution @/none.qxProject @/q").status, 1);
     EXPECT_FALSE(fs::exists(root / "q"));
+    put("home/top.c", "home/top.c");
+    EXPECT_EQ(shown(package("solution @/home/demo.qxProject @/home/top.c")),
+              "1\natelis: error: @/home/top.c belongs to the archive\n");
+    EXPECT_EQ(get("home/top.c"), "home/top.c");
 }
 
 TEST_F(PackageCommand, OpensPackagedSolutions) {
@@ -233,7 +279,7 @@ TEST_F(PackageCommand, OpensPackagedSolutions) {
     put("in/src/a.c", "packed");
     ASSERT_EQ(package("create @/demo.qxArchive -C @/in demo.qxProject src").status, 0);
     const auto open = [&](const char* words) {
-        return shown(package("open @/demo.qxArchive @/to " + std::string(words)));
+        return shown(package("open @/demo.qxArchive @/to/ " + std::string(words)));
     };
     EXPECT_EQ(open(""), "0\n@/to/demo.qxProject\n");
     EXPECT_EQ(get("to/src/a.c"), "packed");

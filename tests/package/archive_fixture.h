@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QtEndian>
 
+#include <bzlib.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -61,6 +62,15 @@ inline std::string inflated(const std::string& bytes) {
     return out;
 }
 
+inline std::string bzipped(std::string bytes) {
+    std::string out(bytes.size() + bytes.size() / 100 + 600, '\0');
+    auto size = static_cast<unsigned>(out.size());
+    ::BZ2_bzBuffToBuffCompress(out.data(), &size, bytes.data(), static_cast<unsigned>(bytes.size()), 9, 0,
+                               30);
+    out.resize(size);
+    return out;
+}
+
 inline std::string entry1(const std::string& name, std::uint32_t offset, std::uint32_t size,
                           std::uint32_t readOnly = 0, std::uint32_t time = 0) {
     return padded(name, 1024) + u32(offset) + u32(size) + u32(readOnly) + u32(time);
@@ -85,6 +95,10 @@ inline std::string file1(const std::string& stream) {
 }
 inline std::string file2(const std::string& stream, std::uint16_t form = 2) {
     return "\xB1\xC6\xF5\x71" + u16(form) + u16(0) + deflated(stream);
+}
+
+inline std::string fileBzip2(const std::string& stream) {
+    return "\xB1\xC6\xF5\x71" + u16(0x1002) + u16(0) + bzipped(stream);
 }
 
 /// The message of what `action` throws, or "".

@@ -27,6 +27,7 @@ TEST_F(ArchiveTest, ReadsBothVersionsAndThePlainForm) {
         {"version 2", file2(two), rows2, 2},
         {"bytes behind the stream", file1(one) + std::string(20000, 'x'), rows1, 1},
         {"no files, 1", file1(stream1(0, "")), "", 1},
+        {"bzip2", fileBzip2(two) + std::string(20000, 'x'), rows2, 2},
         {"no files, 2", file2(stream2(0, "")), "", 2},
         {"a gap", stream1(1, entry1("a", 1050, 2) + "..ab"), "a 666 2 0 ab\n", 1},
         {"high half of the flag", stream1(1, entry1("a", 1048, 1, 0x10000) + "a"), "a 666 1 0 a\n", 1},
@@ -82,10 +83,18 @@ TEST_F(ArchiveTest, RefusesWhatIsDamaged) {
         {"stream goes on", file1(stream1(1, entry1("a", 1048, 1) + "ab")), "cannot read file a from archive"},
         {"stream goes on without contents", file2(stream2(1, entry2("a", 39, 0) + "ab")), table},
         {"stream goes on without files", file1(stream1(0, "a")), table},
+        {"stream goes on, bzip2", fileBzip2(stream2(1, entry2("a", 39, 1) + "ab")),
+         "cannot read file a from archive"},
+        {"stream goes on without files, bzip2", fileBzip2(stream2(0, "a")), table},
+        {"stream ends early, bzip2", fileBzip2(stream2(1, entry2("a", 39, 2) + "a")),
+         "error reading from compressed stream"},
+        {"count of 4 billion, bzip2", fileBzip2(stream2(0xFFFFFFFF, "")), table},
         {"offset of 4 billion, plain", stream1(1, entry1("a", 0xFFFFFFFF, 1) + "a"),
          "cannot read file a from archive"},
     };
     for (const auto& [what, bytes, fault] : cases) EXPECT_EQ(faultOfReading(bytes), fault) << what;
+    ASSERT_EQ(::mkfifo(path("pipe").toLocal8Bit().constData(), 0600), 0);
+    EXPECT_EQ(faultOf([&] { PackageArchive(path("pipe")); }), format);
 
     PackageArchive archive(put("good", stream1(1, entry1("a", 1048, 0))));
     EXPECT_EQ(faultOf([&] { archive.load(path("none")); }), path("none").toStdString() + " does not exist");
@@ -96,6 +105,23 @@ TEST_F(ArchiveTest, RefusesWhatIsDamaged) {
     EXPECT_FALSE(archive.fileNamed(q("a")));
     for (const char* text : {"text", "a text of some length"})
         EXPECT_FALSE(PackageArchive::isArchive(put("text", text)));
+}
+
+TEST_F(ArchiveTest, ReadsWhatStandsBeforeTheDamage) {
+    constexpr std::size_t ahead = 1 << 20;  // bytes that are read at once
+    const std::size_t size = ahead - 20 - 2 * 19;
+    std::string random(3 * ahead, '\0');
+    std::uint32_t state = 1;
+    for (char& byte : random) byte = static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
+    const auto end = static_cast<std::uint32_t>(ahead);
+    std::string bytes = fileBzip2(
+        stream2(2, entry2("a", 58, end - 58) + entry2("b", end, 3 * end) + std::string(size, 'a') + random));
+    bytes[bytes.size() / 2] ^= 1;
+    PackageArchive archive(put("damaged", bytes));
+    EXPECT_EQ(archive.readFile(archive.files()[0].get()), QByteArray(static_cast<qsizetype>(size), 'a'));
+    EXPECT_EQ(faultOf([&] { archive.readFile(archive.files()[1].get()); }),
+              "error reading from compressed stream");
+    EXPECT_EQ(archive.readFile(archive.files()[0].get()).size(), size) << "a step back begins anew";
 }
 
 /// The forms in which the tests save.
@@ -226,6 +252,12 @@ TEST_F(ArchiveTest, RefusesWhatItCannotWrite) {
         EXPECT_EQ(faultOf([&] { archive.addDiskFile(place, q("x")); }), "cannot read " + place.toStdString());
     EXPECT_TRUE(archive.files().empty());
     archive.addDiskFile(path("a"), q("a"));
+    EXPECT_EQ(faultOf([&] { archive.save(path("a")); }), "cannot open output file");
+    EXPECT_EQ(get("a"), "a");
+    archive.save(path("out"));
+    PackageArchive opened(path("out"));
+    EXPECT_EQ(faultOf([&] { opened.save(path("./out")); }), "cannot open output file");
+    EXPECT_EQ(rows(opened), "a 666 1 " + std::to_string(status("a").st_mtime) + " a\n");
     put("a", "longer than it was");
     EXPECT_EQ(faultOf([&] { archive.save(path("out")); }), "cannot write file");
     QFile::remove(path("a"));

@@ -83,7 +83,7 @@ public:
         note(prompt + u'|' + start);
         return directory;
     }
-    Overwrite askOverwrite(const QString& title, const QString& text) override {
+    Overwrite askOverwrite(const QString& title, const QString& text, const QString&) override {
         note(title + u'|' + text);
         return overwrite;
     }
@@ -97,7 +97,7 @@ public:
         return goOn;
     }
     void showStatus(const QString& text) override { note(text); }
-    void saveGlobalMacros() override { note(q("macros")); }
+    void saveGlobalMacros(const QString& changed) override { note(q("macro ") + changed); }
 
     std::string heard() { return std::exchange(log_, ""); }
 
@@ -152,7 +152,9 @@ protected:
             faultOf([&] { answer = installer.installPackage(archive, known, true, uninstallFirst); });
         return !fault.empty() ? fault : answer ? "yes" : "no";
     }
-    void uninstall(const char* name) { PackageInstaller(manager(), host).uninstallPackage(q(name)); }
+    std::string uninstall(const char* name) {
+        return PackageInstaller(manager(), host).uninstallPackage(q(name)) ? "yes" : "no";
+    }
     /// Read afresh, so that every test goes by what is on disk.
     PackageManager& manager() {
         manager_ = std::make_unique<PackageDirectory>(path("packages"));
@@ -181,7 +183,7 @@ protected:
     std::string recordText() {
         std::string text;
         for (const PackageRecord& package : manager().packages()) {
-            text += package.name.toStdString() + ' ' + package.installedVersion.toString().toStdString() +
+            text += package.name.toStdString() + ' ' + package.installedVersion->toString().toStdString() +
                     ' ' + package.installationDirectory.toStdString() + ' ';
             for (auto file = package.files.begin(); file != package.files.end(); ++file)
                 text +=
@@ -202,25 +204,27 @@ const char* const home = R"(<package name="demo" version="1.2" installation_dire
 
 TEST_F(InstallTest, InstallsUpgradesAndUninstalls) {
     put("sdk/mine", "mine");
-    const QString first =
-        archiveOf(home, {{"z.txt", "zed"}, {"include/a.h", "aaa", 1000, 0444}, {"old/gone", "o"}});
+    const QString first = archiveOf(home, {{"z.txt", "zed"},
+                                           {"include/a.h", "aaa", 1000, 0444},
+                                           {"none/..//old/gone", "o"},
+                                           {"moved\\m", "m"}});
     EXPECT_EQ(install(first), "yes");
     EXPECT_EQ(host.heard(), "Installed package 'demo'\n");
-    EXPECT_EQ(tree("sdk"), "include/a.h=aaa mine=mine old/gone=o z.txt=zed");
+    EXPECT_EQ(tree("sdk"), "include/a.h=aaa mine=mine moved/m=m old/gone=o z.txt=zed");
     EXPECT_EQ(tree("packages"), "packages/demo_package.xml");
     EXPECT_EQ(status("sdk/include/a.h").st_mode & 0222, 0U);
     EXPECT_EQ(status("sdk/z.txt").st_mtime, 1000);
     const std::string record = get("packages/packages/demo_package.xml");
     EXPECT_NE(record.find("  <installed_file "), std::string::npos) << record;
     EXPECT_EQ(recordText(),
-              "demo 1.02 $(Home)/sdk include/a.h=1fe5dfce old/gone=251d3b61 "
+              "demo 1.02 $(Home)/sdk include/a.h=1fe5dfce moved\\m=2c9f000f none/..//old/gone=251d3b61 "
               "packages/demo_package.xml=0 z.txt=5c22cccd ");
 
     const QString second =
         archiveOf(R"(<package name="demo" version="1.3" installation_directory="$(Home)/sdk"/>)",
-                  {{"z.txt", "newer", 2000}, {"include/a.h", "ignored", 1000, 0444}});
+                  {{"z.txt", "newer", 2000}, {"include/a.h", "ignored", 1000, 0444}, {"moved/m", "m"}});
     EXPECT_EQ(install(second), "yes");
-    EXPECT_EQ(tree("sdk"), "include/a.h=aaa mine=mine z.txt=newer");
+    EXPECT_EQ(tree("sdk"), "include/a.h=aaa mine=mine moved/m=m z.txt=newer");
     EXPECT_EQ(recordText().substr(0, 10), "demo 1.03 ");
     uninstall("demo");
     EXPECT_EQ(tree("sdk"), "mine=mine");
@@ -229,7 +233,30 @@ TEST_F(InstallTest, InstallsUpgradesAndUninstalls) {
 
     EXPECT_EQ(install(first), "yes");
     EXPECT_EQ(install(second, "given", true), "yes");
-    EXPECT_EQ(tree("sdk"), "include/a.h=ignored mine=mine z.txt=newer");
+    EXPECT_EQ(tree("sdk"), "include/a.h=ignored mine=mine moved/m=m z.txt=newer");
+    const QString climbing = archiveOf(home, {{"../out", "o"}});
+    EXPECT_EQ(install(climbing, "given", true), "cannot extract file ../out");
+    EXPECT_EQ(recordText().substr(0, 10), "demo 1.03 ") << "it is refused before the former one goes";
+
+    QFile::remove(path("sdk/z.txt"));
+    put("sdk/z.txt/mine", "mine");
+    EXPECT_EQ(uninstall("demo"), "no");
+    EXPECT_EQ(host.heard(),
+              "Installed package 'demo'\nInstalled package 'demo'\nInstalled package 'demo'\n"
+              "Package uninstallation error|Cannot remove " +
+                  path("sdk/z.txt").toStdString() + ".\n");
+    EXPECT_EQ(tree("sdk"), "mine=mine z.txt/mine=mine");
+}
+
+TEST_F(InstallTest, LeavesWhatTheUserKept) {
+    const QString first = archiveOf(home, {{"edited", "theirs"}, {"gone", "theirs"}, {"kept", "theirs"}});
+    EXPECT_EQ(install(first), "yes");
+    for (const char* name : {"sdk/edited", "sdk/kept"}) put(name, "mine");
+    host.overwrite = InstallationHost::Overwrite::NoToAll;
+    EXPECT_EQ(install(first), "yes");
+    put("sdk/edited", "mine again");
+    EXPECT_EQ(install(archiveOf(home, {{"new", "new"}})), "yes");
+    EXPECT_EQ(tree("sdk"), "edited=mine again kept=mine new=new");
 }
 
 TEST_F(InstallTest, AsksAboutNewerFiles) {
@@ -297,6 +324,8 @@ TEST_F(InstallTest, ChecksVersionsAndTarget) {
         {"any:5.40-", ""},
         {":5.70-", ""},
         {"7", told("")},
+        {"99999999999", told("")},
+        {"8x:5.40-", ""},
         {"8:5.70-", told(" - version 5.70 or later is required")},
         {"7:-5.10", told("") + told(" - version 5.10 or earlier is required")},
         {"all:5.10-5.20", told(" - version 5.10 to 5.20 is required")},
@@ -330,8 +359,7 @@ TEST_F(InstallTest, ChoosesTheDirectory) {
     EXPECT_EQ(install(prompting), "yes");
     EXPECT_EQ(tree("b"), "f=f");
     EXPECT_EQ(macros.globalMacros.value(q("Demo")), path("b"));
-    EXPECT_EQ(recordText(),
-              "given 0.00 " + path("b").toStdString() + " f=7d4cb6e packages/demo_package.xml=0 ");
+    EXPECT_EQ(recordText(), "given  " + path("b").toStdString() + " f=7d4cb6e packages/demo_package.xml=0 ");
     PackageDescriptionFile record;
     record.parse(QByteArray::fromStdString(get("packages/packages/demo_package.xml")), QString());
     EXPECT_EQ(record.attribute("filetype"), q("qxPackage"));
@@ -340,8 +368,16 @@ TEST_F(InstallTest, ChoosesTheDirectory) {
 
     EXPECT_EQ(install(prompting, "given", false, path("c")), "yes");
     EXPECT_EQ(tree("c"), "f=f");
-    EXPECT_EQ(install(archiveOf(R"(<package name="in"/>)", {{"d/f", "f"}})), "yes");
+    const std::string inside = R"(<package name="in" installation_directory_global_macro_name="In")";
+    EXPECT_EQ(install(archiveOf(inside + "/>", {{"d/f", "f"}})), "yes");
     EXPECT_EQ(get("packages/d/f"), "f");
+    EXPECT_EQ(macros.globalMacros.value(q("In")), path("packages"));
+    EXPECT_EQ(install(archiveOf(inside + R"( installation_directory="e"/>)", {{"f", "f"}})), "yes");
+    EXPECT_EQ(get("packages/e/f"), "f") << "relative directories are below that of the packages";
+    uninstall("in");
+    EXPECT_EQ(tree("packages/e"), "");
+    EXPECT_EQ(install(archiveOf(R"(<package installation_directory="$(None)/x"/>)", {{"f", "f"}})),
+              "cannot expand installation directory " + path("packages/$(None)/x").toStdString());
 
     const QString bare = archiveOf("", {{"f", "f"}});
     EXPECT_EQ(install(bare), "package has no description " + bare.toStdString());
@@ -365,6 +401,16 @@ TEST_F(InstallTest, WritesNothingOutside) {
            <installed_file file_name="link/keep"/></package>)");
     uninstall("x");
     EXPECT_EQ(tree("elsewhere"), "keep=k");
+
+    EXPECT_TRUE(QFile::remove(path("packages/packages/x_package.xml")));
+    const std::string fault = "cannot write package description file ";
+    EXPECT_EQ(install(archiveOf(home, {{"a\1", "a"}})),
+              fault + path("packages/packages/demo_package.xml").toStdString());
+    put("packages/packages/nameless_package.xml", "<package/>");
+    EXPECT_EQ(recordText(), "");
+    EXPECT_EQ(
+        PackageDirectory(path("packages")).problems(),
+        std::vector{"package has no name " + path("packages/packages/nameless_package.xml").toStdString()});
 }
 
 TEST_F(InstallTest, GoesOnAfterAFileThatCannotBeWritten) {
@@ -382,14 +428,27 @@ TEST_F(InstallTest, GoesOnAfterAFileThatCannotBeWritten) {
 TEST_F(InstallTest, ReadsAndWritesDescriptions) {
     const std::string deep = [] {
         std::string text;
-        for (int i = 0; i < 1'000'000; ++i) text += "<a>";
+        for (int i = 0; i < 300'000; ++i) text += "<a>";
         return text;
+    }();
+    const std::string crowded = [] {
+        std::string text = "<package";
+        for (int i = 0; i < 257; ++i) text += " a" + std::to_string(i) + "\n= ''";
+        return text + "/>";
     }();
     const struct {
         std::string text, fault;
     } cases[] = {
         {"<package/>", ""},
         {"<other><package/></other>", ""},
+        {"<!DOCTYPE package><package/>", ""},
+        {"<!DOCTYPE package [<!ENTITY a 'a'>]><package/>",
+         "cannot load package description file: d/x_package.xml - declarations in the document type 36:1"},
+        {"<?m \1?><package/>",
+         "cannot load package description file: d/x_package.xml - control character 0:0"},
+        {crowded, "cannot load package description file: d/x_package.xml - too many attributes 0:0"},
+        {std::string(1'048'577, ' '),
+         "cannot load package description file: d/x_package.xml - file too large 0:0"},
         {"<package",
          "cannot load package description file: d/x_package.xml - Premature end of document. 8:1"},
         {"<package>\n</pack>",
