@@ -3,6 +3,7 @@
 #include "project/base/path.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 namespace project {
 
@@ -36,10 +37,10 @@ bool isNameByte(char byte) {
            byte == '_';
 }
 
-/// The first name behind "<!DOCTYPE ", or an empty text.
+/// The first name behind "<!DOCTYPE ", or an empty text. The open of a pipe would wait for a writer.
 QString documentType(const QString& filePath) {
     QFile file(filePath);
-    if (!file.open(QIODevice::ReadOnly)) return {};
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) return {};
     const QByteArray head = file.read(1024);
     const QByteArray opening("<!DOCTYPE ");
     const qsizetype declaration = head.indexOf(opening);

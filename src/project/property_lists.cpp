@@ -515,6 +515,13 @@ void append(PropertyValueList& list, const Arguments&... arguments) {
     if (list.appendUnique(value.get())) static_cast<void>(value.release());
 }
 
+/// Appends a value of a class that the list is known not to have, so it is spared the search.
+template <typename Value, typename... Arguments>
+void appendNew(PropertyValueList& list, const Arguments&... arguments) {
+    list.append(std::make_unique<Value>(arguments...).release());
+    list.last()->setOwnedByList(true);
+}
+
 }  // namespace
 
 void StandardProjectSystem::addCCompilerProperties(ProjectElement* node, const QString& configuration,
@@ -580,13 +587,11 @@ PropertyValueList StandardProjectSystem::propertyValues(ProjectElement* node, co
     for (const PropertyClass* each : std::as_const(classes)) {
         if (known.contains(each) || (!filtered.isEmpty() && !filtered.contains(each->name))) continue;
         known.insert(each);
-        // Known to be unique, so the list is spared the search.
-        list.append(std::make_unique<ProjectPropertyValue>(each, configuration, node).release());
-        list.last()->setOwnedByList(true);
+        appendNew<ProjectPropertyValue>(list, each, configuration, node);
     }
     if (!node->isProject()) return list;
     for (const PropertyValueGroupClass* group : toolDescription_.groups())
-        append<PropertyValueGroupValue>(list, group, configuration, node);
+        appendNew<PropertyValueGroupValue>(list, group, configuration, node);
     return list;
 }
 
@@ -675,7 +680,7 @@ private:
         const bool isExecutable = engine_.isExecutableProject(&node_, configuration_);
         for (const PropertyValueGroupClass* group : file->groups())
             if (isExecutable || !group->isLibraryGroup())
-                append<PropertyValueGroupValue>(list_, group, configuration_, &node_);
+                appendNew<PropertyValueGroupValue>(list_, group, configuration_, &node_);
     }
 
     ProjectSystem& engine_;

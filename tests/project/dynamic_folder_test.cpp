@@ -4,6 +4,8 @@
 
 #include <QDir>
 
+#include <sys/stat.h>
+
 namespace {
 
 using namespace project_test;
@@ -88,6 +90,18 @@ TEST_F(DynamicFolders, GoRoundNoCircle) {
         content(folder),
         "src/sub/aside{ src/sub/aside/e.c } src/sub/c.c src/sub/up{ src/sub/up/.hidden.c src/sub/up/A.c "
         "src/sub/up/b.c src/sub/up/empty{ } src/sub/up/skip{ src/sub/up/skip/d.c } src/sub/up/sub{ } } ");
+}
+
+TEST_F(DynamicFolders, DoNotWaitForPipes) {
+    const QString pipe = directory.filePath(q("src/sub/pipe.xml"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ProjectElement* const folder = newFolder();
+    engine.setDynamicFolder(folder, q("src/sub"), q("*.xml"), false, QString());
+    EXPECT_EQ(content(folder), "");
+    // An entry that names the pipe itself counts as a file, of which nothing is read.
+    engine.setDynamicFolder(folder, q("src/sub/pipe.xml"), QString(), false, QString());
+    ASSERT_EQ(content(folder), pipe.toStdString() + " ");
+    EXPECT_EQ(engine.fileType(engine.findFile(folder, pipe), q("Common")), u"");
 }
 
 TEST_F(DynamicFolders, AreStoredWithoutWhatTheyHold) {
