@@ -7,10 +7,16 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QRegExp>
+#include <QStringList>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
+#include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -25,22 +31,35 @@ const QString exclude = QStringLiteral("exclude");
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// A list of wildcards, of which a whole name is to match one.
 class Wildcards {
 public:
     explicit Wildcards(const QString& list) {
-        for (const QString& entry : list.split(u';', Qt::SkipEmptyParts))
-            patterns_.emplace_back(entry, Qt::CaseSensitive, QRegExp::Wildcard);
+        for (const QString& entry : list.split(u';', Qt::SkipEmptyParts)) {
+            if (isSuffix(entry)) {
+                suffixes_.append(entry.mid(1));
+            } else {
+                patterns_.emplace_back(entry, Qt::CaseSensitive, QRegExp::Wildcard);
+            }
+        }
     }
-    bool isEmpty() const { return patterns_.empty(); }
+    bool isEmpty() const { return patterns_.empty() && suffixes_.isEmpty(); }
     bool matches(const QString& name) const {
-        return std::any_of(patterns_.begin(), patterns_.end(),
+        return std::any_of(suffixes_.begin(), suffixes_.end(),
+                           [&](const QString& suffix) { return name.endsWith(suffix); }) ||
+               std::any_of(patterns_.begin(), patterns_.end(),
                            [&](const QRegExp& pattern) { return pattern.exactMatch(name); });
     }
 
 private:
+    /// "*.c" and the like: most patterns are, and a regular expression would take most of a scan's time.
+    static bool isSuffix(const QString& pattern) {
+        return pattern.startsWith(u'*') &&
+               std::none_of(pattern.begin() + 1, pattern.end(),
+                            [](QChar character) { return QStringView(u"*?[]\\").contains(character); });
+    }
+
+    QStringList suffixes_;
     std::vector<QRegExp> patterns_;
 };
 
@@ -52,18 +71,37 @@ struct Entry {
     bool isLink;
 };
 
+/// The type of a directory entry, that of its target for a link; where the listing does not tell, the disk is
+/// asked.
+mode_t typeOf(DIR* directory, const dirent& entry) {
+    if (entry.d_type == DT_REG || entry.d_type == DT_DIR) return DTTOIF(entry.d_type);
+    struct stat status {};
+    return ::fstatat(::dirfd(directory), entry.d_name, &status, 0) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+bool isLink(DIR* directory, const dirent& entry) {
+    if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
+    struct stat status {};
+    return ::fstatat(::dirfd(directory), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+           S_ISLNK(status.st_mode);
+}
+
 /// The files, and with `withDirectories` the subdirectories, in the order of their names without regard to
 /// case. Pipes, devices and links to nowhere are neither.
-std::vector<Entry> listDirectory(const QString& directory, bool withDirectories) {
+std::vector<Entry> listDirectory(const QString& path, bool withDirectories) {
+    const auto close = [](DIR* directory) { ::closedir(directory); };
+    const std::unique_ptr<DIR, decltype(close)> directory(::opendir(QFile::encodeName(path).constData()),
+                                                          close);
     std::vector<Entry> entries;
-    std::error_code error;
-    fs::directory_iterator place(QFile::encodeName(directory).toStdString(), error);
-    for (; !error && place != fs::directory_iterator(); place.increment(error)) {
-        std::error_code failure;
-        const bool isDirectory = place->is_directory(failure);
-        if (isDirectory ? !withDirectories : !place->is_regular_file(failure)) continue;
-        const QString name = QFile::decodeName(place->path().filename().c_str());
-        entries.push_back({name, name.toLower(), isDirectory, isDirectory && place->is_symlink(failure)});
+    while (const dirent* const entry = directory ? ::readdir(directory.get()) : nullptr) {
+        const std::string_view bytes = entry->d_name;
+        if (bytes == "." || bytes == "..") continue;
+        const mode_t type = typeOf(directory.get(), *entry);
+        if (type != S_IFREG && !(type == S_IFDIR && withDirectories)) continue;
+        const QString name = QFile::decodeName(entry->d_name);
+        const bool isDirectory = type == S_IFDIR;
+        entries.push_back(
+            {name, name.toLower(), isDirectory, isDirectory && isLink(directory.get(), *entry)});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) {
         return std::tie(a.sortKey, a.name) < std::tie(b.sortKey, b.name);
