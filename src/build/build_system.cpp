@@ -76,9 +76,10 @@ QStringList BuildSystem::readDependencyFile(ProjectElement* node, const QString&
 QStringList BuildSystem::additionalLinkerInputs(ProjectElement* node, const QString& configuration) {
     QStringList inputs;
     for (const xml::XMLElement* library : propertyGroupElements(node, configuration, "library"))
-        inputs.append(expandMacros(node, configuration, QString::fromUtf8(library->attribute("value"))));
-    return inputs + propertyValueList(QString(), node, schema().tools.linker_additional_files, configuration,
-                                      true, false);
+        inputs.append(QString::fromUtf8(library->attribute("value")));
+    return expandMacroList(node, configuration, inputs) +
+           propertyValueList(QString(), node, schema().tools.linker_additional_files, configuration, true,
+                             false);
 }
 
 void BuildSystem::inputsOfNode(ProjectElement* node, const QString& configuration, bool absolute,

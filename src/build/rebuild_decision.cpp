@@ -2,6 +2,7 @@
 
 #include "build/file_time.h"
 #include "build/generated_files.h"
+#include "project/property_lookup.h"
 #include "properties/property_value_group_class.h"
 
 #include <vector>
@@ -18,8 +19,7 @@ bool isNodeOrAncestor(const ProjectElement* candidate, ProjectElement* node) {
 /// Whether what is set in the configuration of the record counts in that of the build.
 bool countsFor(const NodeProperties& properties, const QString& changed) {
     return changed == properties.configuration() || changed == project::commonConfiguration ||
-           properties.engine()
-               .inheritedConfigurations(properties.node()->enclosingSolution(), properties.configuration())
+           project::inheritedConfigurationsAt(properties.node(), properties.configuration())
                .contains(changed);
 }
 

@@ -104,10 +104,10 @@ void ToolCommand::addGroupOptions() {
     const auto elements = [&](const char* tag) {
         return engine_.propertyGroupElements(properties_.node(), properties_.configuration(), tag);
     };
+    QStringList includes;
     for (const xml::XMLElement* include : elements("cinclude"))
-        arguments_.append(QStringLiteral("-I") +
-                          engine_.expandMacros(properties_.node(), properties_.configuration(),
-                                               QString::fromUtf8(include->attribute("value"))));
+        includes.append(QStringLiteral("-I") + QString::fromUtf8(include->attribute("value")));
+    arguments_ += engine_.expandMacroList(properties_.node(), properties_.configuration(), includes);
     for (const xml::XMLElement* define : elements("cdefine")) {
         QString option = QStringLiteral("-D") + QString::fromUtf8(define->attribute("name"));
         if (define->hasAttribute("value")) option += u'=' + QString::fromUtf8(define->attribute("value"));

@@ -2,6 +2,7 @@
 
 #include "cli/output.h"
 #include "cli/session.h"
+#include "project/dynamic_folder.h"
 #include "project/node_adder.h"
 
 #include <QFileInfo>
@@ -25,8 +26,8 @@ struct AddOptions {
     bool use = false;
 };
 
-/// Answers from the words of the command line. Only two questions are asked, and duplicates are settled
-/// before the question comes.
+/// Answers from the words of the command line. The question about a duplicate comes only with --duplicate,
+/// and is then answered by yes.
 class WordPrompt : public project::Prompt {
 public:
     explicit WordPrompt(bool use) : use_(use) {}
@@ -48,6 +49,14 @@ bool allExist(const std::vector<std::string>& files) {
     return exist;
 }
 
+/// What is below a dynamic folder is not stored.
+bool isFilledFromDisk(const ProjectElement& node) {
+    const ProjectElement* folder = &node;
+    while (folder->isFolder() && !folder->attributes.contains(project::dynamicFolderKeys::path))
+        folder = folder->parentElement();
+    return folder->isFolder();
+}
+
 int run(const AddOptions& options, const GlobalOptions& globalOptions) {
     Session session(globalOptions);
     ProjectElement* const node = session.open(options.solution) ? session.find(options.node) : nullptr;
@@ -56,14 +65,22 @@ int run(const AddOptions& options, const GlobalOptions& globalOptions) {
         reportError("files go into a project or a folder");
         return 1;
     }
+    if (isFilledFromDisk(*node)) {
+        reportError("the files of a dynamic folder are those of its directory");
+        return 1;
+    }
     WordPrompt prompt(options.use);
     project::NodeAdder adder(session.engine(), options.node.configurationName(), prompt);
+    bool hasAdded = false;
     for (const std::string& file : options.files) {
         const QString path = QFileInfo(QString::fromStdString(file)).absoluteFilePath();
-        if (!adder.addExistingFile(*node, path, !options.duplicate))
+        if (adder.addExistingFile(*node, path, !options.duplicate)) {
+            hasAdded = true;
+        } else {
             reportWarning("\"" + file + "\" is already in the project");
+        }
     }
-    return session.save(*node) ? 0 : 1;
+    return !hasAdded || session.save(*node) ? 0 : 1;
 }
 
 }  // namespace

@@ -154,6 +154,7 @@ int run(const BuildOptions& options, const GlobalOptions& globalOptions) {
         if (!request.nodes.back()) return 1;
     }
     if (request.nodes.empty()) request.nodes.push_back(solution);
+    session.engine().settleToolDescriptions(request.configuration);
     if (options.dryRun) return dryRun(request, options);
     return options.clean ? clean(request, options) : runBuild(request, options);
 }

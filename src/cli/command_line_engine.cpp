@@ -1,6 +1,7 @@
 #include "cli/command_line_engine.h"
 
 #include "build/tool_commands.h"
+#include "project/tree_walk.h"
 
 namespace cli {
 
@@ -24,6 +25,14 @@ void CommandLineEngine::extraOutputFiles(project::ProjectElement* node, const QS
     out.append(build::indirectFilePath(*this, node, configuration, target));
     const QString objects = expandProperty(node, schema().tools.external_objects_file_name, configuration);
     if (!objects.isEmpty()) out.append(project::resolvedPath(projectDirectoryOf(node), objects));
+}
+
+void CommandLineEngine::settleToolDescriptions(const QString& configuration) {
+    project::forEachElement(*solution(), [&](project::ProjectElement& node) {
+        if (node.isProject()) loadToolDescriptions(&node, configuration);
+        return node.isSolution() || node.isFolder();
+    });
+    forgetChanges([](const project::PropertyClass*) { return true; });
 }
 
 QStringList CommandLineEngine::baseCodeModelArguments(project::ProjectElement*, const QString&) {

@@ -24,10 +24,15 @@ int run(const PropertiesOptions& options, const GlobalOptions& globalOptions) {
     Output output;
     const project::PropertyValueList values =
         session.engine().nodePropertyValues(node, options.node.configurationName());
-    for (const project::PropertyValue* value : values)
-        output << value->propertyClass()->name.toStdString() << "\t"
-               << value->propertyClass()->shortName.toStdString() << "\t" << value->value().toStdString()
-               << "\t" << (value->isInherited() ? "inherited" : "local") << "\n";
+    for (const project::PropertyValue* value : values) {
+        // Facts of the node itself are nowhere else.
+        const bool isLocal =
+            !value->isInherited() || dynamic_cast<const project::SimplePropertyValue*>(value) != nullptr;
+        output << printable(value->propertyClass()->name.toStdString()) << "\t"
+               << printable(value->propertyClass()->shortName.toStdString()) << "\t"
+               << printable(value->value().toStdString()) << "\t" << (isLocal ? "local" : "inherited")
+               << "\n";
+    }
     return output.finish() ? 0 : 1;
 }
 

@@ -116,6 +116,7 @@ int expand(const ValueOptions& options, const GlobalOptions& globalOptions) {
     Session session(globalOptions);
     ProjectElement* const node = session.open(options.solution) ? session.find(options.node) : nullptr;
     if (!node) return 1;
+    session.engine().loadToolDescriptions(node, options.node.configurationName());
     Output output;
     output << session.engine()
                   .expandMacros(node, options.node.configurationName(), QString::fromStdString(options.text))

@@ -30,14 +30,9 @@ bool canBeUsed(const QString& type) {
     return false;
 }
 
-/// The directory of the project, or a null text without one.
-QString directoryOf(ProjectElement* project) {
-    return project ? projectSystem->projectDirectoryOf(project) : QString();
-}
-
 /// A name that no child of `target` has.
-QString freeName(ProjectElement& target, const QString& name) {
-    if (!projectSystem->hasChildNamed(&target, name)) return name;
+QString freeName(ProjectSystem& engine, ProjectElement& target, const QString& name) {
+    if (!engine.hasChildNamed(&target, name)) return name;
     QSet<QString> taken;
     for (ProjectElement* child = target.firstChildElement(); child; child = child->nextSiblingElement())
         taken.insert(child->elementName());
@@ -101,7 +96,7 @@ ProjectElement* NodeAdder::pasteNode(const ProjectElement& source, const QString
                                      ProjectElement& target) {
     std::unique_ptr<ProjectElement> copy = source.deepCopy();
     if (copy->isFile()) return pasteFile(std::move(copy), sourceDirectory, target);
-    const QString name = freeName(target, copy->elementName());
+    const QString name = freeName(engine_, target, copy->elementName());
     engine_.setElementAttribute(copy.get(), keys::name, name);
     files_.clear();  // the copy can bring files
     ProjectElement* const pasted = copy.release();
@@ -112,6 +107,7 @@ ProjectElement* NodeAdder::pasteNode(const ProjectElement& source, const QString
 
 ProjectElement* NodeAdder::pasteFile(std::unique_ptr<ProjectElement> copy, const QString& sourceDirectory,
                                      ProjectElement& target) {
+    // The copy stands nowhere yet: its name counts from the directory that it was copied in.
     copy->resolvePaths(configuration_);
     const QString path =
         copy->fileNameIsRelative ? sourceDirectory + u'/' + copy->resolvedFileName : copy->resolvedFileName;
@@ -132,9 +128,14 @@ ProjectElement* NodeAdder::pasteFile(std::unique_ptr<ProjectElement> copy, const
     return pasted;
 }
 
+/// The directory of the project, or a null text without one.
+QString NodeAdder::directoryOf(ProjectElement* project) const {
+    return project ? engine_.projectDirectoryOf(project) : QString();
+}
+
 bool NodeAdder::holdsFile(ProjectElement& node, const QString& path) {
     ProjectElement* const project = node.enclosingProject();
-    return project && filesOf(*project).contains(Path(path).key());
+    return project && filesOf(*project).contains(Path(resolvedPath(directoryOf(project), path)).key());
 }
 
 void NodeAdder::remember(ProjectElement& file) {

@@ -43,6 +43,7 @@ public:
     bool holdsFile(ProjectElement& node, const QString& path);
 
 private:
+    QString directoryOf(ProjectElement* project) const;
     QString storedName(const QString& path, ProjectElement& target) const;
     void offerUse(ProjectElement& file, const QString& path);
     ProjectElement* pasteFile(std::unique_ptr<ProjectElement> copy, const QString& sourceDirectory,

@@ -1,6 +1,7 @@
 #include "project/property_groups.h"
 
 #include "project/project_system.h"
+#include "project/property_lookup.h"
 
 #include <QFileInfo>
 
@@ -18,8 +19,9 @@ QString textOf(const xml::XMLElement& element, const char* attribute) {
 /// The conditions under which a "macro" element counts.
 class MacroConditions {
 public:
-    MacroConditions(ProjectSystem& engine, ProjectElement& node, const QString& configuration)
-        : engine_(engine), node_(node), configuration_(configuration) {}
+    MacroConditions(ProjectSystem& engine, const PropertyValueGroupFile& file, ProjectElement& node,
+                    const QString& configuration)
+        : engine_(engine), file_(file), node_(node), configuration_(configuration) {}
 
     bool hold(const xml::XMLElement& element) const { return holdsIn(element) && holdsFor(element); }
 
@@ -28,17 +30,20 @@ private:
         if (!element.hasAttribute("configuration")) return true;
         const QString wanted = textOf(element, "configuration");
         return wanted == commonConfiguration || wanted == configuration_ ||
-               engine_.inheritedConfigurations(node_.enclosingSolution(), configuration_).contains(wanted);
+               inheritedConfigurationsAt(&node_, configuration_).contains(wanted);
     }
 
     bool holdsFor(const xml::XMLElement& element) const {
         if (!element.hasAttribute("property") || !element.hasAttribute("property_value")) return true;
-        const PropertyClass* const property = engine_.schema().find(textOf(element, "property"));
+        const QString key = textOf(element, "property");
+        const PropertyClass* property = engine_.schema().find(key);
+        if (!property) property = file_.find(key);
         return property &&
                engine_.propertyValue(&node_, property, configuration_) == textOf(element, "property_value");
     }
 
     ProjectSystem& engine_;
+    const PropertyValueGroupFile& file_;
     ProjectElement& node_;
     const QString& configuration_;
 };
@@ -55,7 +60,7 @@ const xml::XMLElement* chosenEntry(const PropertyValueGroupClass& group, const Q
 
 QString projectFilePath(ProjectSystem& engine, ProjectElement* node, const QString& name) {
     if (name.isEmpty() || name == u"None" || isAbsolutePath(name) || QFileInfo::exists(name)) return name;
-    return engine.projectDirectoryOf(node) + u'/' + name;
+    return Path(engine.projectDirectoryOf(node) + u'/' + name).normalised();
 }
 
 PropertyValueGroupFile* ProjectSystem::propertyGroupFile(ProjectElement* node, const QString& configuration) {
@@ -82,6 +87,11 @@ QList<const xml::XMLElement*> ProjectSystem::propertyGroupElements(ProjectElemen
 const PropertyClass* ProjectSystem::propertyClassAt(ProjectElement* node, const QString& configuration,
                                                     const QString& key) {
     loadToolDescriptions(node, configuration);
+    return knownPropertyClass(node, configuration, key);
+}
+
+const PropertyClass* ProjectSystem::knownPropertyClass(ProjectElement* node, const QString& configuration,
+                                                       const QString& key) {
     if (const PropertyClass* const found = schema().find(key)) return found;
     const PropertyValueGroupFile* const file = node ? propertyGroupFile(node, configuration) : nullptr;
     return file ? file->find(key) : nullptr;
@@ -95,7 +105,7 @@ void ProjectSystem::addGroupMacros(ProjectElement& node, const QString& configur
     if (name.isEmpty()) return;
     const PropertyValueGroupFile* const file = propertyGroupFiles_.find(projectFilePath(*this, &node, name));
     if (!file) return;
-    const MacroConditions conditions(*this, node, configuration);
+    const MacroConditions conditions(*this, *file, node, configuration);
     for (const PropertyValueGroupClass* group : file->groups()) {
         const QString value = propertyValue(&node, group, configuration);
         table.insert(group->name, value);

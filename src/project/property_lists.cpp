@@ -207,7 +207,7 @@ constexpr Entry library[] = {
     &Engine::addCppCompilerProperties,
     &Engine::addAssemblerProperties,
     &Engine::addArchiverProperties,
-    &G::build_output_file_name,
+    &G::library_output_file_name,
     Entries(externalCommands),
     &T::external_archive_command,
     &T::external_objects_file_name,
@@ -293,7 +293,7 @@ constexpr Entry externalCompilation[] = {
 
 constexpr Entry externalLibrary[] = {
     Entries(baseFour),
-    &G::build_output_file_name,
+    &G::library_output_file_name,
     Entries(externalBuildCommands),
     Entries(externalCommands),
     &T::external_archive_command,
@@ -456,8 +456,13 @@ private:
     }
 
     void addSolution() {
-        for (ProjectElement* project : std::as_const(node_.solution->projectIndex))
-            addProjectType(typeOf(project));
+        QSet<QString> done;
+        for (ProjectElement* project : std::as_const(node_.solution->projectIndex)) {
+            const QString type = typeOf(project);
+            if (done.contains(type)) continue;
+            done.insert(type);
+            addProjectType(type);
+        }
         classes_.append(engine_.schema().general.file_codec);
     }
 
@@ -677,7 +682,9 @@ private:
         const properties::PropertyValueGroupFile* const file =
             engine_.propertyGroupFile(&node_, configuration_);
         if (!file) return;
-        const bool isExecutable = engine_.isExecutableProject(&node_, configuration_);
+        // A question that loads tool descriptions could end the classes that are in the list already.
+        const QString type = engine_.propertyValue(&node_, general().project_type, configuration_);
+        const bool isExecutable = type == u"Executable" || type == u"Externally Built Executable";
         for (const PropertyValueGroupClass* group : file->groups())
             if (isExecutable || !group->isLibraryGroup())
                 appendNew<PropertyValueGroupValue>(list_, group, configuration_, &node_);
@@ -710,11 +717,12 @@ PropertyValueList ProjectSystem::storedPropertyValues(ProjectElement* node,
     PropertyValueList list;
     if (!node || !configurationChild) return list;
     const QString configuration = configurationChild->elementName();
+    loadToolDescriptions(node, configuration);
     const QStringList skipped{keys::name, schema().general.inherited_configurations->name,
                               schema().general.Platform->name};
     for (const auto& [key, value] : configurationChild->attributes) {
         const PropertyClass* const found =
-            skipped.contains(key) ? nullptr : propertyClassAt(node, configuration, key);
+            skipped.contains(key) ? nullptr : knownPropertyClass(node, configuration, key);
         if (const auto* group = dynamic_cast<const PropertyValueGroupClass*>(found)) {
             append<PropertyValueGroupValue>(list, group, configuration, node);
         } else if (found) {

@@ -6,17 +6,6 @@ namespace project {
 
 namespace {
 
-/// The configurations that `configuration` inherits at `node`: the first non-empty list of the solutions
-/// around it.
-QStringList inheritedAt(ProjectElement* node, const QString& configuration) {
-    for (; node; node = node->parentElement()) {
-        if (!node->isSolution()) continue;
-        QStringList names = node->solution->inheritanceIndex.value(configuration);
-        if (!names.isEmpty()) return names;
-    }
-    return {};
-}
-
 class Walk {
 public:
     Walk(const properties::PropertyClass& propertyClass, PropertyTrace* trace)
@@ -29,7 +18,7 @@ public:
         if (node->configurations.isEmpty()) return false;
         if (readLevel(node, configuration) && !list_) return true;
         if (configuration == commonConfiguration) return false;
-        for (const QString& name : inheritedAt(node, configuration))
+        for (const QString& name : inheritedConfigurationsAt(node, configuration))
             if (readLevel(node, name) && !list_) return true;
         return readLevel(node, commonConfiguration) && !list_;
     }
@@ -53,6 +42,15 @@ private:
 };
 
 }  // namespace
+
+QStringList inheritedConfigurationsAt(ProjectElement* node, const QString& configuration) {
+    for (; node; node = node->parentElement()) {
+        if (!node->isSolution()) continue;
+        QStringList names = node->solution->inheritanceIndex.value(configuration);
+        if (!names.isEmpty()) return names;
+    }
+    return {};
+}
 
 QString lookUpProperty(ProjectElement* node, const properties::PropertyClass& propertyClass,
                        const QString& configuration, PropertyTrace* trace) {

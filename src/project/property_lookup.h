@@ -26,6 +26,10 @@ using PropertyTrace = QList<PropertyOrigin>;
 QString lookUpProperty(ProjectElement* node, const properties::PropertyClass& propertyClass,
                        const QString& configuration, PropertyTrace* trace = nullptr);
 
+/// The configurations that `configuration` inherits at `node`: the first non-empty list of the solutions
+/// around it.
+QStringList inheritedConfigurationsAt(ProjectElement* node, const QString& configuration);
+
 /// The text stored at this very place, null when there is none.
 QString localValue(ProjectElement* node, const QString& key, const QString& configuration);
 

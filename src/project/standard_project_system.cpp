@@ -82,6 +82,7 @@ expressions::MemoryMap* StandardProjectSystem::memoryMap(const QString& path, co
 bool StandardProjectSystem::memorySegments(ProjectElement* node, const QString& configuration,
                                            QList<MemorySegment>& segments) {
     if (!node) return false;
+    loadToolDescriptions(node, configuration);
     const QString mapFile = expandedFilePath(node, schema().tools.linker_memory_map_file, configuration);
     if (!mapFile.isEmpty()) {
         const QString macros = expandProperty(node, schema().tools.linker_memory_map_macros, configuration);
@@ -105,19 +106,26 @@ QString StandardProjectSystem::locateFile(const QString& directory, const QStrin
     if (isReadableFile(file)) return file;
     if (!directory.isNull() && isReadableFile(directory + u'/' + file)) return directory + u'/' + file;
     if (!node) return {};
+    loadToolDescriptions(node, configuration);
     const QString base = searchBase(*node, configuration);
     const auto valueOf = [&](const PropertyClass* directories) {
         return expandProperty(node, directories, configuration).split(u';', Qt::SkipEmptyParts);
     };
-    QStringList directories = valueOf(schema().tools.c_user_include_directories);
-    for (const xml::XMLElement* include : propertyGroupElements(node, configuration, "cinclude"))
-        directories += expandMacros(node, configuration, QString::fromUtf8(include->attribute("value")));
-    directories += valueOf(schema().tools.c_system_include_directories);
-    for (const QString& entry : std::as_const(directories)) {
-        QString path = (isAbsolutePath(entry) ? entry : base + u'/' + entry) + u'/' + file;
-        if (isReadableFile(path)) return path;
+    const auto findIn = [&](const QStringList& directories) {
+        for (const QString& entry : directories) {
+            QString path = resolvedPath(base, entry) + u'/' + file;
+            if (isReadableFile(path)) return path;
+        }
+        return QStringLiteral("");
+    };
+    QString found = findIn(valueOf(schema().tools.c_user_include_directories));
+    if (found.isEmpty()) {
+        QStringList chosen;
+        for (const xml::XMLElement* include : propertyGroupElements(node, configuration, "cinclude"))
+            chosen.append(QString::fromUtf8(include->attribute("value")));
+        found = findIn(expandMacroList(node, configuration, chosen));
     }
-    return QStringLiteral("");
+    return found.isEmpty() ? findIn(valueOf(schema().tools.c_system_include_directories)) : found;
 }
 
 QString StandardProjectSystem::objectFileName(ProjectElement* node, const QString& configuration,
@@ -169,6 +177,7 @@ bool StandardProjectSystem::isExcludedFromBuild(ProjectElement* node, const QStr
 }
 
 QStringList StandardProjectSystem::codeModelArguments(ProjectElement* node, const QString& configuration) {
+    loadToolDescriptions(node, configuration);
     QStringList arguments = baseCodeModelArguments(node, configuration);
     const QString type = fileType(node, configuration);
     if (type == u"C") {
@@ -192,9 +201,13 @@ void StandardProjectSystem::addMacros(ProjectElement*, const QString&, MacroTabl
 expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement* node,
                                                                    const QString& configuration) {
     if (!node) return nullptr;
+    loadToolDescriptions(node, configuration);
     const QString file = expandedFilePath(node, schema().tools.debug_register_definition_file, configuration);
     return file.isEmpty() ? nullptr : memoryMap(file, QString(), true);
 }
+
+// --- What hosts and the build give bodies to ---
+
 bool StandardProjectSystem::hostToolPredicate() {
     return false;
 }

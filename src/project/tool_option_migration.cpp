@@ -2,6 +2,11 @@
 
 #include "project/project_system.h"
 
+#include <QSet>
+
+#include <optional>
+#include <utility>
+
 namespace project {
 
 using properties::GenericPropertyClass;
@@ -9,12 +14,8 @@ using properties::ToolRow;
 
 namespace {
 
-/// The value of the option that is spelled so, or an empty text.
-QString valueOf(const GenericPropertyClass& option, const QString& spelling) {
-    for (const auto& [value, text] : option.options())
-        if (text == spelling) return value;
-    return {};
-}
+/// A list of more options is none that a user has typed; it stays as it is.
+constexpr qsizetype maxTokens = 2000;
 
 }  // namespace
 
@@ -28,30 +29,49 @@ ToolOptionMigration::ToolOptionMigration(ProjectSystem& engine, ProjectElement& 
 
 void ToolOptionMigration::migrate(const GenericPropertyClass& option, const ToolRow& tool) {
     List& list = lists_[static_cast<std::size_t>(tool.tool)];
-    if (!list.before.isEmpty() && moveOption(option, *(engine_.schema().tools.*tool.optionList)))
-        list.changed = true;
+    if (list.before.isEmpty() || !properties::isStorableKey(option.name)) return;
+    if (!std::exchange(list.isRead, true)) list.setTokens(list.before.split(u';', Qt::SkipEmptyParts));
+    if (moveOption(option, list, *(engine_.schema().tools.*tool.optionList))) list.changed = true;
 }
 
-/// An option can be one token of the list, or else two neighbours: a switch and its argument.
-bool ToolOptionMigration::moveOption(const GenericPropertyClass& option,
-                                     const properties::PropertyClass& list) {
-    QStringList tokens =
-        engine_.localPropertyValue(&project_, &list, configuration_).split(u';', Qt::SkipEmptyParts);
-    for (const qsizetype width : {1, 2}) {
+/// Of each option, and of each two neighbours, where it first stands: a switch and its argument are two.
+void ToolOptionMigration::List::setTokens(const QStringList& all) {
+    tokens = all;
+    places.clear();
+    if (tokens.size() > maxTokens) return;
+    for (const int width : {1, 2}) {
         for (qsizetype place = 0; place + width <= tokens.size(); ++place) {
-            const QString value = valueOf(option, tokens.mid(place, width).join(u';'));
-            if (value.isEmpty()) continue;
-            engine_.setPropertyValue(&project_, &option, configuration_, value);
-            tokens.remove(place, width);
-            if (tokens.isEmpty()) {
-                engine_.clearPropertyValue(&project_, &list, configuration_);
-            } else {
-                engine_.setPropertyValue(&project_, &list, configuration_, tokens.join(u';'));
-            }
-            return true;
+            const Found found{width, place};
+            const QString spelling = tokens.mid(place, width).join(u';');
+            if (!places.contains(spelling)) places.insert(spelling, found);
         }
     }
-    return false;
+}
+
+bool ToolOptionMigration::moveOption(const GenericPropertyClass& option, List& list,
+                                     const properties::PropertyClass& optionList) {
+    QSet<QString> seen;
+    std::optional<List::Found> first;
+    QString value;
+    for (const auto& [entry, spelling] : option.options()) {
+        const auto place = list.places.constFind(spelling);
+        if (place == list.places.constEnd() || seen.contains(spelling)) continue;
+        seen.insert(spelling);  // the first entry of a spelling decides
+        if (entry.isEmpty() || (first && *first < *place)) continue;
+        first = *place;
+        value = entry;
+    }
+    if (!first) return false;
+    engine_.setPropertyValue(&project_, &option, configuration_, value);
+    QStringList rest = list.tokens;
+    rest.remove(first->place, first->width);
+    if (rest.isEmpty()) {
+        engine_.clearPropertyValue(&project_, &optionList, configuration_);
+    } else {
+        engine_.setPropertyValue(&project_, &optionList, configuration_, rest.join(u';'));
+    }
+    list.setTokens(rest);
+    return true;
 }
 
 void ToolOptionMigration::storeBackups() {

@@ -3,9 +3,12 @@
 #include "project/project_element.h"
 #include "properties/tool_description.h"
 
+#include <QHash>
 #include <QString>
+#include <QStringList>
 
 #include <array>
+#include <compare>
 
 namespace project {
 
@@ -25,11 +28,23 @@ public:
 
 private:
     struct List {
+        /// Options of one token come before those of two, and then the first place.
+        struct Found {
+            int width;
+            qsizetype place;
+            friend auto operator<=>(const Found&, const Found&) = default;
+        };
+        void setTokens(const QStringList& all);
+
         QString before;
+        bool isRead = false;
         bool changed = false;
+        QStringList tokens;
+        QHash<QString, Found> places;
     };
 
-    bool moveOption(const properties::GenericPropertyClass& option, const properties::PropertyClass& list);
+    bool moveOption(const properties::GenericPropertyClass& option, List& list,
+                    const properties::PropertyClass& optionList);
 
     ProjectSystem& engine_;
     ProjectElement& project_;

@@ -3,7 +3,9 @@
 #include "properties/message_source.h"
 #include "support/log.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace properties {
 
@@ -156,6 +158,17 @@ void PropertyClass::normalise() {
     } else if (page == u"Debugging") {
         page = QStringLiteral("Debug");
     }
+}
+
+bool isStorableKey(const QString& key) {
+    constexpr const char16_t* reserved[] = {u"Name", u"Platform", u"hidden", u"inherited_configurations"};
+    const auto isNameCharacter = [](QChar character) {
+        return character.isLetterOrNumber() || QStringView(u"_-.:").contains(character);
+    };
+    return !key.isEmpty() && (key[0].isLetter() || key[0] == u'_') &&
+           std::all_of(key.begin(), key.end(), isNameCharacter) &&
+           std::none_of(std::begin(reserved), std::end(reserved),
+                        [&](const char16_t* name) { return key == QStringView(name); });
 }
 
 }  // namespace properties

@@ -108,4 +108,8 @@ private:
 /// Classes in an order that matters; it owns nothing.
 using PropertyClassList = QList<PropertyClass*>;
 
+/// Whether values can be stored in files under the key of a class that a file describes: it has to be read
+/// back as the name of an attribute, and to be none of those that make a configuration what it is.
+bool isStorableKey(const QString& key);
+
 }  // namespace properties

@@ -22,7 +22,7 @@ QStringList entriesOf(const xml::XMLElement& group) {
 PropertyValueGroupClass::PropertyValueGroupClass(const xml::XMLElement& element, bool isLibraryGroup)
     : PropertyClass(element), element_(&element), isLibraryGroup_(isLibraryGroup) {
     kind = Kind::Enumeration;
-    order = static_cast<int>(QString::fromUtf8(element.attribute("order")).toLong(nullptr, 0));
+    order = QString::fromUtf8(element.attribute("order")).toInt(nullptr, 0);
     setEnumeration(entriesOf(element));
     setPage(element.hasAttribute("page") ? QString::fromUtf8(element.attribute("page"))
                                          : QStringLiteral("General"));

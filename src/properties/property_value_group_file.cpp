@@ -48,6 +48,7 @@ void PropertyValueGroupFile::addLibrary(std::unique_ptr<PropertyValueGroupFile> 
 }
 
 const PropertyValueGroupClass* PropertyValueGroupFile::find(const QString& key) const {
+    if (!isStorableKey(key)) return nullptr;
     const auto place = std::find_if(groups_.begin(), groups_.end(),
                                     [&](const PropertyValueGroupClass* group) { return group->name == key; });
     return place == groups_.end() ? nullptr : *place;
@@ -63,12 +64,13 @@ PropertyValueGroupFile* PropertyValueGroupFiles::find(const QString& path) {
         return none_.get();
     }
     if (PropertyValueGroupFile* const file = known(path)) return file;
-    const QDateTime time = timeOf(path);
+    const QFileInfo info(path);
+    const Attempt attempt{info.lastModified(), info.size(), info.isReadable()};
     const auto failure = unreadable_.find(path);
-    if (failure != unreadable_.end() && *failure == time) return nullptr;
+    if (failure != unreadable_.end() && *failure == attempt) return nullptr;
     auto file = std::make_unique<PropertyValueGroupFile>(path);
     if (!file->load(false)) {
-        unreadable_.insert(path, time);
+        unreadable_.insert(path, attempt);
         return nullptr;
     }
     unreadable_.remove(path);

@@ -54,6 +54,14 @@ public:
     void clear();
 
 private:
+    /// What a file was when it could not be read.
+    struct Attempt {
+        QDateTime lastModified;
+        qint64 size;
+        bool isReadable;
+        friend bool operator==(const Attempt&, const Attempt&) = default;
+    };
+
     PropertyValueGroupFile* known(const QString& path);
     void addLibraries(PropertyValueGroupFile& file);
     void addLibrary(PropertyValueGroupFile& file, const QString& path);
@@ -61,7 +69,7 @@ private:
     std::unique_ptr<PropertyValueGroupFile> none_;
     std::vector<std::unique_ptr<PropertyValueGroupFile>> files_;
     std::vector<std::unique_ptr<PropertyValueGroupFile>> outdated_;
-    QHash<QString, QDateTime> unreadable_;  // when it was last tried in vain
+    QHash<QString, Attempt> unreadable_;  // what was last tried in vain
 };
 
 }  // namespace properties

@@ -108,10 +108,11 @@ void ToolDescription::overrideDefault(const xml::XMLElement& element) {
     row->defaultValue = textOf(element, "default");
 }
 
-/// Makes a class findable and keeps it.
+/// Keeps a class, and makes it findable unless its key is none.
 void ToolDescription::enter(std::unique_ptr<PropertyClass> propertyClass) {
-    PropertyClass* const hidden = schema_.find(propertyClass->name);
-    schema_.add(propertyClass.get());
+    const bool isFindable = isStorableKey(propertyClass->name);
+    PropertyClass* const hidden = isFindable ? schema_.find(propertyClass->name) : nullptr;
+    if (isFindable) schema_.add(propertyClass.get());
     owned_.insert(propertyClass.get());
     entries_.push_back({std::move(propertyClass), hidden});
 }

@@ -37,6 +37,7 @@ protected:
         write("s.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
 <solution Name="s" target="8" version="2">
   <project Name="p">
+    <folder Name="found" path="none" />
     <configuration Name="Common" linker_memory_map_file="map.xml" linker_memory_map_macros="RAM=big;N=8" project_type="Executable" />
   </project>
   <project Name="q">
@@ -156,6 +157,18 @@ TEST_F(DescribeCommand, ShowsTheBoardSupportExample) {
         std::string::npos);
 }
 
+TEST_F(DescribeCommand, ProjectsWithMovedOptionsAreUpToDate) {
+    std::system(
+        ("cp -r '" EXAMPLES_DIR "/board-support/.' '" + directory.path().toStdString() + "'").c_str());
+    const Row rows[] = {
+        {"clear board.qxProject -p blinky gcc_optimise -c Release", 0, ""},
+        {"set board.qxProject -p blinky -c Release c_additional_options -- -Os", 0, ""},
+    };
+    for (const Row& row : rows) check(row);
+    EXPECT_EQ(run("build board.qxProject -c Release").status, 0);
+    EXPECT_EQ(run("build board.qxProject -c Release -v").output.find("gcc"), std::string::npos);
+}
+
 TEST_F(DescribeCommand, AddsFiles) {
     write("a.c", "");
     write("b.c", "");
@@ -167,9 +180,12 @@ TEST_F(DescribeCommand, AddsFiles) {
         {"add s.qxProject -p q missing.c b.c", 1, "", "atelis: error: no file \"missing.c\"\n"},
         {"add s.qxProject a.c", 1, "", "atelis: error: files go into a project or a folder\n"},
         {"add s.qxProject -p q", 2, "", "atelis: error: FILE is required\n"},
+        {"add s.qxProject -p p -F found a.c", 1, "",
+         "atelis: error: the files of a dynamic folder are those of its directory\n"},
         {"tree s.qxProject -p q", 0, "project q [Staging]\n  file a.c [C]\n  file b.c [C]\n  file a.c [C]\n"},
         {"tree s.qxProject -p p --configurations -c Debug", 0,
-         "project p [Executable]\n  configuration Common\n    linker_memory_map_file=\"map.xml\"\n    "
+         "project p [Executable]\n  folder found\n  configuration Common\n    "
+         "linker_memory_map_file=\"map.xml\"\n    "
          "linker_memory_map_macros=\"RAM=big;N=8\"\n    "
          "project_type=\"Executable\"\n  file "
          "map.xml [Memory Map]\n  file regs.xml [Register Definitions]\n  configuration Debug\n    "

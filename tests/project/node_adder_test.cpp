@@ -75,6 +75,9 @@ TEST_F(Adding, AsksBeforeAFileIsThereTwice) {
     prompt.answer = true;
     EXPECT_EQ(stored(add(other, path)), "src/a.c");
 
+    add(project, "rel/c.c");
+    EXPECT_EQ(add(project, "rel/c.c", true), nullptr);
+
     NodeAdder adder(engine, q("Debug"), prompt);
     EXPECT_TRUE(adder.addExistingFile(*project, q(inDirectory("n.c")), true));
     EXPECT_FALSE(adder.addExistingFile(*folder, q(inDirectory("n.c")), true));

@@ -285,6 +285,34 @@ TEST_F(PropertyLists, OfferGroups) {
     }
 }
 
+TEST_F(PropertyLists, StandUnderOneToolDescription) {
+    ProjectElement* const project = newProject("Executable");
+    write("first.xml",
+          "<root><property name='build_output_directory' default='second'/>"
+          "<property name='o' tool='compiler' default='x'/></root>");
+    write("second.xml", "<root><property name='n' tool='compiler'/></root>");
+    set(project, "Common", "build_output_directory", "");
+    engine.clearPropertyValue(project, engine.schema().general.build_output_directory, q("Common"));
+    engine.schema().general.build_output_directory->defaultValue = q("first");
+    set(project, "Common", "build_generic_options_file_name", "$(OutDir).xml");
+    QString all;
+    for (const PropertyValue* value : engine.nodePropertyValues(project, q("Common"))) all += value->value();
+    EXPECT_TRUE(all.contains(u'x'));
+    EXPECT_TRUE(engine.storedPropertyValues(project, project->configurations.value(q("Common"))).size() > 0);
+}
+
+TEST_F(PropertyLists, NameTheOutputOfTheProjectType) {
+    for (const auto& [type, title] : {std::pair("Library", "Library File Name"),
+                                      std::pair("Externally Built Library", "Library File Name"),
+                                      std::pair("Executable", "Executable File Name")}) {
+        QString titles;
+        for (const PropertyValue* value : engine.nodePropertyValues(newProject(type), q("Common")))
+            if (value->propertyClass()->name == u"build_output_file_name")
+                titles += value->propertyClass()->shortName;
+        EXPECT_EQ(titles, q(title)) << type;
+    }
+}
+
 TEST_F(PropertyLists, ShowWhatIsStored) {
     ProjectElement* const project = newProject("Executable");
     write("groups.xml", "<root><group name='g'/></root>");

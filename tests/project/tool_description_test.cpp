@@ -182,6 +182,28 @@ TEST_F(ToolDescriptions, TakeOptionsOutOfTheListOfTheTool) {
     EXPECT_EQ(local(project, "Debug", "link_additional_options_backup"), "-o");
 }
 
+TEST_F(ToolDescriptions, OfOddNamesAreNeitherFoundNorStored) {
+    for (const char* name : {"", "a b", "1st", "Name", "Platform", "inherited_configurations", "hidden"}) {
+        project = newProject((std::string("p") + name).c_str());
+        set(project, "Common", "c_additional_options", "-o");
+        describe(std::string("<property name='") + name +
+                     "' type='Enumeration' tool='compiler'><e value='v' option='-o'/></property>",
+                 (std::string("t") + name + ".xml").c_str());
+        EXPECT_EQ(engine.toolDescription().options(Tool::Compiler).size(), 1);
+        EXPECT_FALSE(engine.toolDescription().owns(engine.schema().find(q(name)))) << name;
+        EXPECT_EQ(local(project, "Common", "c_additional_options"), "-o") << name;
+        EXPECT_NE(project->configurations.value(q("Common"))->attributes.value(q(name)), u"v") << name;
+    }
+}
+
+TEST_F(ToolDescriptions, LeaveListsAloneThatNobodyTyped) {
+    std::string tokens = "-o";
+    for (int i = 0; i < 2500; ++i) tokens += ";-q";
+    set(project, "Common", "c_additional_options", tokens.c_str());
+    describe("<property name='o' type='Enumeration' tool='compiler'><e value='v' option='-o'/></property>");
+    EXPECT_EQ(local(project, "Common", "o"), "");
+}
+
 TEST_F(ToolDescriptions, ExpandGlobalMacros) {
     macros.globalMacros.insert(q("LEVEL"), q("-O7"));
     describe(
@@ -222,6 +244,23 @@ TEST_F(PropertyGroups, BringMacros) {
     EXPECT_EQ(expand("$(device) $(Ram) $(Base:none) $(Other:none) $(Quiet:none) $(Loud:none)"),
               "B 2k none none yes none");
     EXPECT_EQ(expand("$(Base:none) $(Other:none)", "Debug"), "yes none");
+}
+
+TEST_F(PropertyGroups, BringMacrosForChoicesOfEachOther) {
+    write("groups.xml",
+          "<root><group name='device' default='A'><groupEntry name='A'>"
+          "<macro name='Big' value='yes' property='board' property_value='Two'/></groupEntry></group>"
+          "<group name='board' default='Two'><groupEntry name='Two'/></group></root>");
+    use(q("groups.xml"));
+    EXPECT_EQ(expand("$(Big:none)"), "yes");
+}
+
+TEST_F(PropertyGroups, AreOneFileFromAnyDirectory) {
+    write("groups.xml", devices);
+    use(q("x/../groups.xml"));
+    const auto* const file = engine.propertyGroupFile(project, q("Common"));
+    use(q("groups.xml"));
+    EXPECT_EQ(engine.propertyGroupFile(project, q("Common")), file);
 }
 
 TEST_F(PropertyGroups, BringIncludeDirectoriesBetweenUserAndSystem) {
