@@ -24,8 +24,12 @@ bool countsFor(const NodeProperties& properties, const QString& changed) {
 }
 
 bool affects(const project::ProjectSystem& engine, const PropertyClass* changed, BuildKind kind) {
-    return engine.schema().affecting(kind).contains(changed) ||
-           dynamic_cast<const properties::PropertyValueGroupClass*>(changed) != nullptr;
+    // The class of a tool description may have gone since, and another of its key come with the same file.
+    const auto isAffecting = [&](const PropertyClass* each) {
+        return engine.schema().affecting(kind).contains(each) ||
+               dynamic_cast<const properties::PropertyValueGroupClass*>(each) != nullptr;
+    };
+    return isAffecting(changed) || isAffecting(engine.schema().find(changed->name));
 }
 
 bool isPropertyChanged(const NodeProperties& properties, std::int64_t time, BuildKind kind,

@@ -32,7 +32,7 @@ void CommandLineEngine::settleToolDescriptions(const QString& configuration) {
         if (node.isProject()) loadToolDescriptions(&node, configuration);
         return node.isSolution() || node.isFolder();
     });
-    forgetChanges([](const project::PropertyClass*) { return true; });
+    forgetChanges();
 }
 
 QStringList CommandLineEngine::baseCodeModelArguments(project::ProjectElement*, const QString&) {

@@ -22,12 +22,22 @@ void ChangeLog::add(ProjectElement* node, const properties::PropertyClass* prope
 void ChangeLog::clear() {
     records_.clear();
     configurations_.clear();
+    standIns_.clear();
     newestTime_ = std::numeric_limits<std::int64_t>::min();
 }
 
 const QString* ChangeLog::nameOf(const QString& configuration) {
     const auto known = std::find(configurations_.begin(), configurations_.end(), configuration);
     return known != configurations_.end() ? &*known : &configurations_.emplace_back(configuration);
+}
+
+const properties::PropertyClass* ChangeLog::standIn(const properties::PropertyClass& going) {
+    std::unique_ptr<properties::PropertyClass>& known = standIns_[going.name];
+    if (!known) {
+        known = std::make_unique<properties::PropertyClass>(going.name, going.kind, going.order);
+        known->shortName = going.shortName;
+    }
+    return known.get();
 }
 
 }  // namespace project

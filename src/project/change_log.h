@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <limits>
+#include <map>
 #include <memory>
 
 namespace project {
@@ -19,6 +20,7 @@ class ProjectElement;
 class ChangeRecord {
 public:
     ProjectElement* node() const { return node_; }
+    /// One of the log's own stands for a class that a tool description took with it.
     const properties::PropertyClass* propertyClass() const { return class_; }
     const QString& configuration() const { return *configuration_; }
     QDateTime time() const { return QDateTime::fromMSecsSinceEpoch(time_, Qt::UTC); }
@@ -52,10 +54,12 @@ public:
              const QString& configuration, const QString& oldText, bool nodeWasModified,
              bool configurationWasModified);
     void clear();
-    /// Drops the records of classes that satisfy `isGone`.
+    /// Classes that satisfy `isGoing` are about to go: their records get classes of the log's own, which have
+    /// the key and the label alone.
     template <typename Test>
-    void removeIf(Test isGone) {
-        std::erase_if(records_, [&](const ChangeRecord& record) { return isGone(record.class_); });
+    void detach(Test isGoing) {
+        for (ChangeRecord& record : records_)
+            if (isGoing(record.class_)) record.class_ = standIn(*record.class_);
     }
 
     std::size_t size() const { return records_.size(); }
@@ -68,9 +72,11 @@ public:
 
 private:
     const QString* nameOf(const QString& configuration);
+    const properties::PropertyClass* standIn(const properties::PropertyClass& going);
 
     std::deque<ChangeRecord> records_;
     std::deque<QString> configurations_;  // each name once
+    std::map<QString, std::unique_ptr<properties::PropertyClass>> standIns_;
     std::int64_t newestTime_ = std::numeric_limits<std::int64_t>::min();
 };
 

@@ -323,11 +323,12 @@ Q_SIGNALS:
                          const properties::PropertyClass* propertyClass);
 
 protected:
-    /// Drops the records of the change log whose class satisfies `isGone`.
+    /// For classes that are about to go; see ChangeLog.
     template <typename Test>
-    void forgetChanges(Test isGone) {
-        changeLog_.removeIf(isGone);
+    void detachChanges(Test isGoing) {
+        changeLog_.detach(isGoing);
     }
+    void forgetChanges() { changeLog_.clear(); }
 
 private:
     QString expandWith(const MacroTable& table, const QString& text) const;

@@ -67,7 +67,7 @@ void StandardProjectSystem::loadToolDescriptions(ProjectElement* node, const QSt
     const QString path =
         expandedFilePath(project, schema().tools.build_generic_options_file_name, configuration);
     if (path == toolDescription_.path()) return;
-    forgetChanges([this](const PropertyClass* changed) { return toolDescription_.owns(changed); });
+    detachChanges([this](const PropertyClass* changed) { return toolDescription_.owns(changed); });
     ToolOptionMigration migration(*this, *project, configuration);
     toolDescription_.load(path,
                           [&](const auto& option, const auto& tool) { migration.migrate(option, tool); });

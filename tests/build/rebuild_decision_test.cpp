@@ -142,6 +142,20 @@ TEST_F(RebuildDecisionTest, ChangesCountByPropertyPlaceAndConfiguration) {
     EXPECT_THAT(builder.lines, testing::Contains("note: Enable RTTI Support property has changed."));
 }
 
+TEST_F(RebuildDecisionTest, ChangesOutlastTheDescriptionOfTheirTool) {
+    write("tools.xml", "<root><property name='o' tool='compiler'/></root>");
+    set(app, "build_generic_options_file_name", path("tools.xml").toUtf8());
+    engine.loadToolDescriptions(app, debug);
+    const std::int64_t time = timeNow() - 1;
+    engine.setPropertyValue(file, engine.schema().find(q("o")), debug, q("x"));
+    ProjectElement* const other = newProject("other", "Library");
+    engine.loadToolDescriptions(other, debug);
+    ASSERT_EQ(engine.schema().find(q("o")), nullptr);
+    engine.loadToolDescriptions(app, debug);
+    EXPECT_FALSE(isUnchanged(file, BuildKind::CompileC, time));
+    EXPECT_TRUE(isUnchanged(file, BuildKind::Assemble, time));
+}
+
 TEST_F(RebuildDecisionTest, OptionFilesCountWhateverTheTool) {
     set(app, "cpp_only_additional_options_from_file", "cpp.options");
     const std::int64_t time = timeNow() + 1;
