@@ -18,6 +18,11 @@ QString textOf(const xml::XMLElement& element, const char* attribute) {
     return QString::fromUtf8(element.attribute(attribute));
 }
 
+/// Whether a template may store values under the key: in any other case the solution could not be read back.
+bool isKey(const QString& text) {
+    return properties::isAttributeName(text) && text != keys::name;
+}
+
 /// Whether an attribute is that word, in any case.
 bool isWord(const QString& text, QStringView word) {
     return text.compare(word, Qt::CaseInsensitive) == 0;
@@ -126,7 +131,7 @@ ProjectElement* TemplateExpander::setProperty(const Element& element, ProjectEle
 void TemplateExpander::setPropertyIn(const QString& configuration, const Element& element,
                                      ProjectElement& node) {
     const QString key = textOf(element, "name");
-    if (!localValue(&node, key, configuration).isNull()) return;
+    if (!isKey(key) || !localValue(&node, key, configuration).isNull()) return;
     QString value = textOf(element, "value");
     if (value.isEmpty()) value = textOf(element, "value_win32");
     if (isWord(textOf(element, "expand"), u"yes")) value = expanded(node, configuration, value);
@@ -155,6 +160,7 @@ void TemplateExpander::setGroupIn(const QString& configuration, const Element& e
 
 ProjectElement* TemplateExpander::addConfiguration(const Element& element, ProjectElement&) {
     forEachConfiguration(element, "name", [&](const QString& name, const QString& configuration) {
+        if (name.isEmpty()) return;
         if (configurationTemplates_.find(name)) {
             applyConfigurationTemplates({name});
         } else if (element.hasAttribute("inherited_configurations")) {
@@ -196,7 +202,7 @@ QStringList TemplateExpander::applyConfigurationTemplate(const QString& name, co
         const Element* const child = xml::asElement(node);
         const QString key = child ? textOf(*child, "name") : QString();
         const QString value = child ? textOf(*child, "value") : QString();
-        if (key.isEmpty() || value.isEmpty()) continue;
+        if (!isKey(key) || value.isEmpty()) continue;
         count(TemplateWork::unitsOfPass);
         const QString* const present = configuration.attributes.find(key);
         if (key == inheritedKey || !present) {

@@ -160,13 +160,17 @@ void PropertyClass::normalise() {
     }
 }
 
-bool isStorableKey(const QString& key) {
-    constexpr const char16_t* reserved[] = {u"Name", u"Platform", u"hidden", u"inherited_configurations"};
+bool isAttributeName(const QString& text) {
     const auto isNameCharacter = [](QChar character) {
         return character.isLetterOrNumber() || QStringView(u"_-.:").contains(character);
     };
-    return !key.isEmpty() && (key[0].isLetter() || key[0] == u'_') &&
-           std::all_of(key.begin(), key.end(), isNameCharacter) &&
+    return !text.isEmpty() && (text[0].isLetter() || text[0] == u'_') &&
+           std::all_of(text.begin(), text.end(), isNameCharacter);
+}
+
+bool isStorableKey(const QString& key) {
+    constexpr const char16_t* reserved[] = {u"Name", u"Platform", u"hidden", u"inherited_configurations"};
+    return isAttributeName(key) &&
            std::none_of(std::begin(reserved), std::end(reserved),
                         [&](const char16_t* name) { return key == QStringView(name); });
 }

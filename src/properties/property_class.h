@@ -108,6 +108,9 @@ private:
 /// Classes in an order that matters; it owns nothing.
 using PropertyClassList = QList<PropertyClass*>;
 
+/// Whether a file that has an attribute of that name can be read back.
+bool isAttributeName(const QString& text);
+
 /// Whether values can be stored in files under the key of a class that a file describes: it has to be read
 /// back as the name of an attribute, and to be none of those that make a configuration what it is.
 bool isStorableKey(const QString& key);

@@ -14,7 +14,7 @@ protected:
     }
     ~BuildOutputsTest() override { macroEngine = nullptr; }
     ProjectElement* projectOf(const char* type) {
-        return engine.newProject(engine.solution(), q("app"), q("src"), q(type));
+        return engine.newProject(engine.solution(), q("app"), directory.filePath(q("src")), q(type));
     }
     BuildKind kindOf(ProjectElement* node) { return engine.classifyNode(node, q("Debug")); }
     void set(ProjectElement* node, const char* key, const char* value) {

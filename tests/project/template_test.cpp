@@ -93,6 +93,9 @@ TEST_F(Templates, FillInAProject) {
          "p($(Configuration),k=v())"},
         {"<solutionproperty name='k' value='v' configuration='c'/>", "", "", "p()c,k=v()"},
         {"<file name='f'><property name='k' value='v' configuration='c'/></file>", "", "", "p(f(c,k=v()))"},
+        // What could not be read back is not stored.
+        {"<property name='Name' value='v'/><property name='a b' value='v'/><configuration name=''/>", "", "",
+         "p()"},
         // Configurations of the solution.
         {"<configuration name='A'/>", "", "", "p()"},
         {"<configuration name='$(Configuration)'/>", "template_configurations=\"A;B\"", "", "p()A()B()"},
