@@ -8,7 +8,7 @@
 #include <QStringList>
 
 #include <array>
-#include <compare>
+#include <tuple>
 
 namespace project {
 
@@ -32,7 +32,9 @@ private:
         struct Found {
             int width;
             qsizetype place;
-            friend auto operator<=>(const Found&, const Found&) = default;
+            friend bool operator<(const Found& a, const Found& b) {
+                return std::tie(a.width, a.place) < std::tie(b.width, b.place);
+            }
         };
         void setTokens(const QStringList& all);
 
