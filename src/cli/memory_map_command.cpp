@@ -4,6 +4,8 @@
 #include "cli/output.h"
 #include "cli/session.h"
 
+#include <QFile>
+
 #include <CLI/CLI.hpp>
 #include <array>
 #include <cstdio>
@@ -28,6 +30,13 @@ class Map : public expressions::MemoryMap {
 public:
     using MemoryMap::MemoryMap;
     void warning(const QString& text) override { reportWarning(text.toStdString()); }
+
+    /// Reads the file, or standard input for "-".
+    bool read(const std::string& name) {
+        if (name != "-") return load(QString::fromStdString(name));
+        QFile input;
+        return input.open(stdin, QIODevice::ReadOnly) && load(input);
+    }
 };
 
 std::string nameOf(const MemoryMapElement& element) {
@@ -41,8 +50,8 @@ void printSegments(const Map& map, Output& output) {
 }
 
 void printElement(const MemoryMapElement& element, std::size_t depth, Output& output) {
-    output << std::string(2 * depth, ' ') << element.tagName().toStdString() << " "
-           << addressText(element.start) << " " << addressText(element.size);
+    output << indentation(depth) << element.tagName().toStdString() << " " << addressText(element.start)
+           << " " << addressText(element.size);
     if (element.hasAttribute("name")) output << " " << nameOf(element);
     output << "\n";
 }
@@ -68,11 +77,12 @@ void printTree(const Map& map, Output& output) {
 int run(const MemoryMapOptions& options, const GlobalOptions& globalOptions) {
     const Session session(globalOptions);
     Map map(!options.noPreprocess, QString::fromStdString(options.macros));
-    if (!map.load(QString::fromStdString(options.file))) {
-        std::string text = options.file;
-        if (map.errorLine() > 0) text += ':' + std::to_string(map.errorLine() + 1);
-        const std::string reason = map.errorText().toStdString();
-        reportError(text + ": " + (reason.empty() ? "no memory map" : reason));
+    if (!map.read(options.file)) {
+        if (map.errorText().isEmpty()) {
+            reportError(options.file + ": no memory map");
+        } else {
+            reportReadError(options.file, map.errorText().toStdString(), map.errorLine());
+        }
         return 1;
     }
     Output output;
@@ -100,7 +110,7 @@ const char* accessText(expressions::MemoryAccess access) {
 void addMemoryMapCommand(CLI::App& app, const GlobalOptions& globalOptions, int& exitStatus) {
     const auto options = std::make_shared<MemoryMapOptions>();
     CLI::App* command = app.add_subcommand("memory-map", "Prints the segments of a memory map file");
-    command->add_option("FILE", options->file, "The file")->type_name("")->required();
+    command->add_option("FILE", options->file, "The file; - for standard input")->type_name("")->required();
     command->add_option("--macros", options->macros, "Macros for the directives, NAME=VALUE;...")
         ->type_name("LIST");
     command->add_flag("--no-preprocess", options->noPreprocess, "Leaves directives as they are");

@@ -1,5 +1,6 @@
 #include "cli/output.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -48,8 +49,19 @@ void Output::flush() {
     buffer_.clear();
 }
 
+std::string indentation(std::size_t depth) {
+    constexpr std::size_t width = 2;
+    constexpr std::size_t deepest = 1000;
+    return std::string(width * std::min(depth, deepest), ' ');
+}
+
 void reportError(std::string_view text) {
     report("error", text);
+}
+
+void reportReadError(const std::string& name, std::string_view text, std::uint32_t line) {
+    const bool wasOpened = !text.starts_with("couldn't read");
+    reportError(name + (wasOpened ? ':' + std::to_string(line + 1) : "") + ": " + std::string(text));
 }
 
 void reportWarning(std::string_view text) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -28,8 +30,16 @@ private:
 /// a name holds.
 std::string printable(std::string_view text);
 
+/// The blanks in front of what stands `depth` levels deep in a tree. From 1,000 levels on they are no more:
+/// the text of a deep tree would be all blanks.
+std::string indentation(std::size_t depth);
+
 /// Writes "atelis: error: TEXT" and a line feed to standard error. The text is made printable.
 void reportError(std::string_view text);
+
+/// Reports why the document `name` could not be read, as "NAME:LINE: TEXT". `line` counts from 0; what could
+/// not be opened, by its text, has none.
+void reportReadError(const std::string& name, std::string_view text, std::uint32_t line);
 
 /// Writes "atelis: warning: TEXT" likewise.
 void reportWarning(std::string_view text);

@@ -42,10 +42,7 @@ int run(const PreprocessOptions& options, const GlobalOptions& globalOptions) {
     const Session session(globalOptions);
     Document document;
     if (!document.read(options.file)) {
-        const std::string error = document.errorText().toStdString();
-        const bool wasRead = !error.starts_with("couldn't read");
-        reportError(options.file + (wasRead ? ':' + std::to_string(document.errorLine() + 1) : "") + ": " +
-                    error);
+        reportReadError(options.file, document.errorText().toStdString(), document.errorLine());
         return 1;
     }
     if (!document.root()) {

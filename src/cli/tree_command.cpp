@@ -27,20 +27,17 @@ public:
 
     void print(ProjectElement& top) {
         walkElements(
-            top, [this](ProjectElement& node) { enter(node); },
-            [this](ProjectElement&) { indent_.resize(indent_.size() - indentWidth); });
+            top, [this](ProjectElement& node) { enter(node); }, [this](ProjectElement&) { --depth_; });
     }
 
 private:
-    static constexpr std::size_t indentWidth = 2;
-
     void enter(ProjectElement& node) {
         if (!node.isConfiguration()) {
             printNode(node);
         } else if (options_.configurations) {
             printConfiguration(node);
         }
-        indent_.append(indentWidth, ' ');
+        ++depth_;
     }
 
     void printNode(ProjectElement& node) {
@@ -56,11 +53,13 @@ private:
         output_ << "\n";
         for (const auto& [key, value] : node.attributes)
             if (key != project::keys::name)
-                output_ << indent_ << "  " << key.toStdString() << "=\"" << value.toStdString() << "\"\n";
+                output_ << indentation(depth_ + 1) << key.toStdString() << "=\"" << value.toStdString()
+                        << "\"\n";
     }
 
     void printName(ProjectElement& node) {
-        output_ << indent_ << node.tagName().toStdString() << " " << node.elementName().toStdString();
+        output_ << indentation(depth_) << node.tagName().toStdString() << " "
+                << node.elementName().toStdString();
     }
 
     QString typeOf(ProjectElement& node) {
@@ -73,7 +72,7 @@ private:
     project::ProjectSystem& engine_;
     const TreeOptions& options_;
     Output& output_;
-    std::string indent_;
+    std::size_t depth_ = 0;
 };
 
 int run(const TreeOptions& options, const GlobalOptions& globalOptions) {

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QString>
 
 #include <memory>
 #include <vector>
@@ -33,6 +34,8 @@ public:
     virtual bool hasAttribute(const QByteArray& name) const;
     /// The value; null for an unknown name or a null value.
     virtual QByteArray attribute(const QByteArray& name) const;
+    /// The same as text.
+    QString text(const char* name) const { return QString::fromUtf8(attribute(name)); }
     /// All attributes, in order.
     virtual const std::vector<XMLAttribute>& attributes() const;
     void clearAttributes();

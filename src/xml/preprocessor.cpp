@@ -2,6 +2,7 @@
 
 #include "expressions/simple_expression_parser.h"
 #include "project/base/path.h"
+#include "support/log.h"
 #include "xml/directives.h"
 #include "xml/generated_elements.h"
 #include "xml/owned_chain.h"
@@ -18,10 +19,6 @@ namespace {
 
 using project::MacroEngine;
 using project::MacroTable;
-
-QString textOf(const XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
 
 /// One pass over a document. A chain of siblings is taken off its parent and its nodes are put back one by
 /// one, each at its final place, so that a node moves once however deep the directives around it nest.
@@ -116,10 +113,11 @@ private:
 
     QString expanded(const MacroTable& macros, const QString& text) {
         if (!project::macroEngine || !text.contains(u'$')) return text;
-        if (expandedLength_ > XMLPP2::maxExpandedLength) return text;
+        if (work_.expandedLength > XMLPP2::maxExpandedLength) return text;
         QString result = project::macroEngine->expand(macros, text, true, true);
-        expandedLength_ += result.size();
-        if (expandedLength_ > XMLPP2::maxExpandedLength) warn(QStringLiteral("too much text from macros"));
+        work_.expandedLength += result.size();
+        if (work_.expandedLength > XMLPP2::maxExpandedLength)
+            warn(QStringLiteral("too much text from macros"));
         return result;
     }
 
@@ -154,9 +152,9 @@ private:
     /// A table is copied when an inner level changes it. What all copies may cost is bounded.
     bool mayCopy(const Scope& scope) {
         if (scope.macros.isDetached()) return true;
-        const bool hadRoom = macrosCopied_ <= XMLPP2::maxMacrosCopied;
-        macrosCopied_ += scope.macros.size();
-        const bool hasRoom = macrosCopied_ <= XMLPP2::maxMacrosCopied;
+        const bool hadRoom = work_.macrosCopied <= XMLPP2::maxMacrosCopied;
+        work_.macrosCopied += scope.macros.size();
+        const bool hasRoom = work_.macrosCopied <= XMLPP2::maxMacrosCopied;
         if (hadRoom && !hasRoom) warn(QStringLiteral("too many macros in too many places"));
         return hasRoom;
     }
@@ -184,7 +182,7 @@ private:
     }
 
     bool testExpression(std::unique_ptr<XMLElement>& element, Level& level) {
-        const QString expression = textOf(*element, "expression");
+        const QString expression = element->text("expression");
         if (expression.isEmpty()) return false;
         bool ok = false;
         const bool holds = parser_.evaluateBoolean(expanded(level.scope.macros, expression), &ok);
@@ -192,19 +190,19 @@ private:
     }
 
     bool testDefined(std::unique_ptr<XMLElement>& element, Level& level) {
-        const bool defined = level.scope.macros.contains(textOf(*element, "name"));
+        const bool defined = level.scope.macros.contains(element->text("name"));
         return replace(element, defined == (element->tagName() == "ifdef") ? element.get() : nullptr, level);
     }
 
     bool select(std::unique_ptr<XMLElement>& element, Level& level) {
-        const QString value = lookedUp(level.scope, textOf(*element, "name"));
+        const QString value = lookedUp(level.scope, element->text("name"));
         XMLElement* container = nullptr;
         for (XMLNode* node = element->firstChild(); node; node = node->nextSibling()) {
             XMLElement* const child = asElement(node);
             if (!child) continue;
             if (level.scope.expand) expandAttributes(*child, level.scope.macros);
             if (child->tagName() == "default") container = child;
-            if (child->tagName() == "case" && listHolds(textOf(*child, "value"), value)) {
+            if (child->tagName() == "case" && listHolds(child->text("value"), value)) {
                 container = child;
                 break;
             }
@@ -214,16 +212,16 @@ private:
 
     bool define(std::unique_ptr<XMLElement>& element, Level& level) {
         const std::unique_ptr<XMLElement> dropped = std::move(element);
-        const QString name = textOf(*dropped, "name");
+        const QString name = dropped->text("name");
         if (!dropped->hasAttribute("name")) {
             warn(QStringLiteral("missing name in <define>"));
         } else if (dropped->hasAttribute("value")) {
-            define(level.scope, name, textOf(*dropped, "value"));
+            define(level.scope, name, dropped->text("value"));
         } else if (dropped->hasAttribute("expression")) {
-            if (const auto number = evaluated(level, textOf(*dropped, "expression")))
+            if (const auto number = evaluated(level, dropped->text("expression")))
                 define(level.scope, name, QString::number(*number));
         } else if (dropped->hasAttribute("hex_expression")) {
-            if (const auto number = evaluated(level, textOf(*dropped, "hex_expression")))
+            if (const auto number = evaluated(level, dropped->text("hex_expression")))
                 define(level.scope, name, QStringLiteral("0x") + QString::number(*number, 16).toUpper());
         } else {
             warn(QStringLiteral("missing value or expression in <define>"));
@@ -258,7 +256,7 @@ private:
 
     /// Reads the file that an include names, and makes `scope` that of its content. Null when there is none.
     std::unique_ptr<XMLElement> readInclude(const XMLElement& element, Scope& scope) {
-        const QString name = expanded({}, textOf(element, "filename"));
+        const QString name = expanded({}, element.text("filename"));
         if (name.isEmpty()) {
             warn(QLatin1String(missingFileName));
             return nullptr;
@@ -269,7 +267,7 @@ private:
             warn(QString::fromLatin1(includeTooDeep).arg(path));
             return nullptr;
         }
-        if (++includes_ > XMLPP2::maxIncludes || includedBytes_ > XMLPP2::maxIncludedBytes) {
+        if (!document_.countInclude(QFileInfo(path).size())) {
             warn(QString::fromLatin1(includesTooMuch).arg(path));
             return nullptr;
         }
@@ -279,7 +277,7 @@ private:
         ++scope.includeDepth;
         const bool expands = scope.expand || element.hasAttribute("expand_macros");
         if (expands && element.hasAttribute("macros")) {
-            overlay(scope, textOf(element, "macros"));
+            overlay(scope, element.text("macros"));
             scope.expand = true;
         }
         if (scope.expand) expandAttributes(*included, scope.macros);
@@ -290,7 +288,6 @@ private:
     /// there is none.
     std::unique_ptr<XMLElement> parseFile(const QString& path) {
         const QFileInfo file(path);
-        includedBytes_ += file.size();
         std::unique_ptr<XMLNode> before = document_.takeRoot();
         // What is no regular file may never end.
         const bool isReadable = file.isFile();
@@ -311,7 +308,7 @@ private:
     }
 
     static void inheritAttributes(const XMLElement& from, XMLElement& to) {
-        for (const QString& name : textOf(from, "inherit_attributes").split(u';', Qt::SkipEmptyParts))
+        for (const QString& name : from.text("inherit_attributes").split(u';', Qt::SkipEmptyParts))
             to.setAttribute(name.toUtf8(), from.attribute(name.toUtf8()));
     }
 
@@ -324,21 +321,16 @@ private:
         }
         const auto number = [&](const char* attribute) {
             bool ok = false;
-            const auto value = parser_.evaluateUnsigned(textOf(*loop, attribute), &ok);
+            const auto value = parser_.evaluateUnsigned(loop->text(attribute), &ok);
             return ok ? static_cast<std::uint32_t>(value) : 0U;
         };
         const auto term = [&](const char* attribute) {
             bool ok = false;
             const auto value =
-                parser_.evaluateInteger(expanded(level.scope.macros, textOf(*loop, attribute)), &ok);
+                parser_.evaluateInteger(expanded(level.scope.macros, loop->text(attribute)), &ok);
             return ok ? static_cast<std::uint32_t>(value) : 0U;
         };
-        IndexRange range{QString::fromUtf8(loop->attribute("index")),
-                         number("start"),
-                         number("end"),
-                         number("incr"),
-                         0,
-                         1};
+        IndexRange range{loop->text("index"), number("start"), number("end"), number("incr"), 0, 1};
         if (loop->hasAttribute("add")) {
             range.offset = term("add");
         } else if (loop->hasAttribute("sub")) {
@@ -374,7 +366,7 @@ private:
                 const XMLElement* const child = asElement(node);
                 if (!child) continue;
                 std::unique_ptr<XMLElement> copy =
-                    substitutedCopy(document_, *child, *macros, expand, copiesLeft_);
+                    substitutedCopy(document_, *child, *macros, expand, work_.copiesLeft);
                 if (!copy) {
                     warn(QStringLiteral("more than %1 copies").arg(XMLPP2::maxCopies));
                     level.chain.prepend(std::move(generated));
@@ -388,7 +380,7 @@ private:
 
     bool storeDefinition(std::unique_ptr<XMLElement>& element, Level&) {
         if (!element->hasAttribute("name")) return false;
-        const QString name = textOf(*element, "name");
+        const QString name = element->text("name");
         const qsizetype elements = countElements(*element);
         document_.definitions[name] = {std::move(element), elements};
         return true;
@@ -396,7 +388,7 @@ private:
 
     bool put(std::unique_ptr<XMLElement>& element, Level& level) {
         if (!element->hasAttribute("name")) return false;
-        const QString name = textOf(*element, "name");
+        const QString name = element->text("name");
         const auto definition = document_.definitions.find(name);
         if (definition == document_.definitions.end()) {
             warn(QStringLiteral("xmlput cannot fine xmldef named ") + name);
@@ -407,17 +399,17 @@ private:
             return false;
         }
         const XMLPP2::Definition& found = definition->second;
-        if (found.elements > copiesLeft_) {
+        if (found.elements > work_.copiesLeft) {
             warn(QStringLiteral("more than %1 copies").arg(XMLPP2::maxCopies));
             return false;
         }
-        copiesLeft_ -= found.elements;
+        work_.copiesLeft -= found.elements;
         const std::unique_ptr<XMLNode> clone(document_.cloneNode(found.element.get()));
         Scope inner = level.scope;
         ++inner.putDepth;
         const bool expands = inner.expand || element->hasAttribute("expand_macros");
         if (expands && element->hasAttribute("macros")) {
-            overlay(inner, textOf(*element, "macros"));
+            overlay(inner, element->text("macros"));
             inner.expand = true;
         }
         element.reset();
@@ -426,13 +418,9 @@ private:
     }
 
     XMLPP2& document_;
+    XMLPP2::Work& work_ = document_.work;
     expressions::SimpleExpressionParser& parser_ = expressions::simpleExpressionParser();
     std::vector<Level> open_;
-    qsizetype expandedLength_ = 0;
-    qsizetype macrosCopied_ = 0;
-    qint64 includedBytes_ = 0;
-    qsizetype copiesLeft_ = XMLPP2::maxCopies;
-    int includes_ = 0;
 };
 
 const Pass::DirectiveRow Pass::directiveRows[] = {
@@ -455,6 +443,11 @@ const Pass::DirectiveRow Pass::directiveRows[] = {
 
 void XMLPP2::processConditionals(const QString& path, const project::MacroTable& macros, bool expand) {
     Pass(*this).run(path, macros, expand);
+}
+
+void logWarning(const QString& text) {
+    if (support::logMask() & support::LogInternalErrors)
+        support::logMessage(support::LogLevel::Warning, support::LogLineFeed, "%s", qUtf8Printable(text));
 }
 
 }  // namespace xml

@@ -15,7 +15,8 @@ namespace xml {
 /// Documents of this class drop comments and character data as they are parsed.
 ///
 /// Nothing stops the pass: every problem calls `warning` and the walk goes on. What a hostile document can
-/// ask for is bounded; beyond a bound a directive warns and yields nothing more.
+/// ask for is bounded, in all passes over it together; beyond a bound a directive warns and yields nothing
+/// more.
 class XMLPP2 : public QXMLDocument {
 public:
     /// Files that include each other nest so deep,
@@ -47,6 +48,26 @@ public:
         qsizetype elements = 0;
     };
     std::map<QString, Definition> definitions;
+
+    /// Counts a file of that many bytes that is to become part of the document. False when it must not.
+    bool countInclude(qint64 bytes) {
+        work.includedBytes += bytes;
+        return ++work.includes <= maxIncludes && work.includedBytes <= maxIncludedBytes;
+    }
+
+    /// What the document has asked for so far.
+    struct Work {
+        int includes = 0;
+        qint64 includedBytes = 0;
+        qsizetype copiesLeft = maxCopies;
+        qsizetype macrosCopied = 0;
+        qsizetype expandedLength = 0;
+    };
+    Work work;
 };
+
+/// What `warning` does in documents that have nobody to tell: writes the text to the process log as a warning
+/// when the log mask has LogInternalErrors set.
+void logWarning(const QString& text);
 
 }  // namespace xml

@@ -3,8 +3,9 @@
 #include "expressions/integer_value.h"
 #include "expressions/simple_expression_parser.h"
 #include "project/base/path.h"
-#include "support/log.h"
+#include "xml/directives.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -128,13 +129,21 @@ xml::XMLElement* MemoryMap::createElement(QByteArray name) {
     return new MemoryMapElement(name, readOnly);
 }
 
-void MemoryMap::warning(const QString& text) {
-    support::logMessage(support::LogLevel::Warning, support::LogLineFeed, "%s", text.toUtf8().constData());
+bool MemoryMap::load(const QString& fileName) {
+    return loadFile(fullPath(fileName));
 }
 
-bool MemoryMap::load(const QString& fileName) {
-    const QString file = fullPath(fileName);
-    std::unique_ptr<MemoryMapElement> top = loadElement(file);
+bool MemoryMap::loadFile(const QString& file) {
+    return load(file, nullptr);
+}
+
+bool MemoryMap::load(QIODevice& device) {
+    return load(QDir::current().filePath(QStringLiteral("-")), &device);
+}
+
+bool MemoryMap::load(const QString& file, QIODevice* device) {
+    work = {};
+    std::unique_ptr<MemoryMapElement> top = loadElement(file, device);
     if (!top) return false;
     readOnly = top->readOnly;
     doctype = QString::fromUtf8(XMLPP2::doctype);
@@ -152,13 +161,13 @@ QString MemoryMap::fullPath(const QString& fileName) const {
     return project::Path(expanded).absFilePath();
 }
 
-/// The root of a file, which does not become the root of this document.
-std::unique_ptr<MemoryMapElement> MemoryMap::loadElement(const QString& fileName) {
-    const QString file = fullPath(fileName);
+/// The root of a file, read from the device unless that is null. It does not become the root of this
+/// document.
+std::unique_ptr<MemoryMapElement> MemoryMap::loadElement(const QString& file, QIODevice* device) {
     std::unique_ptr<xml::XMLNode> former = takeRoot();
     const bool wasReadOnly = std::exchange(readOnly, !QFileInfo(file).isWritable());
-    const bool parsed = parseRegularFile(file);
-    if (parsed && preProcess) processConditionals(file, project::MacroEngine::parseMacros(macros), true);
+    const bool parsed = device ? XMLDocument::parse(*device) : parseRegularFile(file);
+    if (parsed && preProcess) processConditionals(file, xml::readMacroList(macros), true);
     std::unique_ptr<xml::XMLNode> loaded = takeRoot();
     setRoot(std::move(former));
     readOnly = wasReadOnly;
@@ -174,8 +183,9 @@ void MemoryMap::resolveImports(MemoryMapElement& top) {
         xml::XMLElement* const import = xml::asElement(node);
         node = node->nextSibling();
         if (!import || import->tagName() != "Import") continue;
-        std::unique_ptr<MemoryMapElement> imported =
-            loadElement(QString::fromUtf8(import->attribute("filename")));
+        const QString file = fullPath(import->text("filename"));
+        if (!countInclude(QFileInfo(file).size())) return;
+        std::unique_ptr<MemoryMapElement> imported = loadElement(file, nullptr);
         if (!imported) continue;
         MemoryMapElement* const element = imported.release();
         top.replaceChild(import, element);
@@ -192,7 +202,7 @@ bool MemoryMap::isUpToDate() const {
     for (xml::XMLNode* node = top->firstChild(); node; node = node->nextSibling()) {
         const MemoryMapElement* const child = asMemoryMapElement(node);
         if (!child || !child->importElement) continue;
-        const QString fileName = QString::fromUtf8(child->importElement->attribute("filename"));
+        const QString fileName = child->importElement->text("filename");
         if (!isCurrent(fullPath(fileName), *child)) return false;
     }
     return true;

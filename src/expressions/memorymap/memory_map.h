@@ -32,8 +32,6 @@ public:
     MemoryMapElement(const QByteArray& tag, bool isReadOnly);
     ~MemoryMapElement() override;
 
-    QString text(const char* attribute) const { return QString::fromUtf8(this->attribute(attribute)); }
-
     Kind kind;
     std::uint32_t start = 0;  ///< of a field, the number of its lowest bit
     std::uint32_t size = 0;
@@ -51,7 +49,8 @@ enum class MemoryAccess : std::uint32_t { ReadWrite = 0, ReadOnly = 1, WriteOnly
 MemoryAccess accessOf(const MemoryMapElement& segment);
 
 /// A memory map file with what it imports. Numbers that cannot be read are no errors: a start is then 0, a
-/// size what it was. The document owns its elements.
+/// size what it was. A map imports as many files as other documents include; beyond that the `Import`
+/// elements stay. The document owns its elements.
 class MemoryMap : public xml::XMLPP2 {
 public:
     /// With `preProcesses`, the file goes through the conditional pre-processor, which knows the macros of
@@ -60,8 +59,12 @@ public:
         : preProcess(preProcesses), macros(macroList) {}
 
     /// Reads the file of that name, in which macros are expanded. False when it cannot be read or has no
-    /// root, and then the document is as before.
+    /// root, and then root and path are as before.
     bool load(const QString& fileName);
+    /// The same for an absolute path as it is.
+    bool loadFile(const QString& path);
+    /// The same from an open device; imports are taken against the working directory.
+    bool load(QIODevice& device);
     /// Whether this file and those that it imports still are what was read.
     bool isUpToDate() const;
 
@@ -74,7 +77,7 @@ public:
     }
 
     xml::XMLElement* createElement(QByteArray name) override;
-    void warning(const QString& text) override;
+    void warning(const QString& text) override { xml::logWarning(text); }
 
     bool preProcess;
     bool readOnly = false;  ///< the file cannot be written
@@ -83,7 +86,8 @@ public:
     QString doctype;  ///< of this file; that of the base class is of the one read last
 
 private:
-    std::unique_ptr<MemoryMapElement> loadElement(const QString& fileName);
+    bool load(const QString& file, QIODevice* device);
+    std::unique_ptr<MemoryMapElement> loadElement(const QString& file, QIODevice* device);
     QString fullPath(const QString& fileName) const;
     void resolveImports(MemoryMapElement& top);
 };

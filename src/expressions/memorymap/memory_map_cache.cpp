@@ -13,7 +13,7 @@ MemoryMap* MemoryMapCache::memoryMap(const QString& path, const QString& macros,
         maps_.erase(known);
     }
     auto map = std::make_unique<MemoryMap>(preProcess, macros);
-    if (!map->load(file)) return nullptr;
+    if (!map->loadFile(file)) return nullptr;
     return (maps_[file] = std::move(map)).get();
 }
 
