@@ -14,7 +14,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (text.contains("path") || text.contains("import") || text.contains("include")) return 0;
     file.fill(data, size);
     engine.start();
-    ProjectTemplates templates(QString::fromStdString(file.path()));
+    LoadWork work;
+    ProjectTemplates templates(QString::fromStdString(file.path()), work);
     for (const QString& name : templates.projectTemplates().names()) {
         try {
             templates.expandTemplate(*engine.solution(), *engine.top,

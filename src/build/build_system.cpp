@@ -76,7 +76,7 @@ QStringList BuildSystem::readDependencyFile(ProjectElement* node, const QString&
 QStringList BuildSystem::additionalLinkerInputs(ProjectElement* node, const QString& configuration) {
     QStringList inputs;
     for (const xml::XMLElement* library : propertyGroupElements(node, configuration, "library"))
-        inputs.append(QString::fromUtf8(library->attribute("value")));
+        inputs.append(library->text("value"));
     return expandMacroList(node, configuration, inputs) +
            propertyValueList(QString(), node, schema().tools.linker_additional_files, configuration, true,
                              false);

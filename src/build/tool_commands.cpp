@@ -106,11 +106,11 @@ void ToolCommand::addGroupOptions() {
     };
     QStringList includes;
     for (const xml::XMLElement* include : elements("cinclude"))
-        includes.append(QStringLiteral("-I") + QString::fromUtf8(include->attribute("value")));
+        includes.append(QStringLiteral("-I") + include->text("value"));
     arguments_ += engine_.expandMacroList(properties_.node(), properties_.configuration(), includes);
     for (const xml::XMLElement* define : elements("cdefine")) {
-        QString option = QStringLiteral("-D") + QString::fromUtf8(define->attribute("name"));
-        if (define->hasAttribute("value")) option += u'=' + QString::fromUtf8(define->attribute("value"));
+        QString option = QStringLiteral("-D") + define->text("name");
+        if (define->hasAttribute("value")) option += u'=' + define->text("value");
         arguments_.append(option);
     }
 }

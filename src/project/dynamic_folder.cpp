@@ -129,44 +129,57 @@ struct PendingDirectory {
     std::shared_ptr<const OpenDirectory> canonical;
 };
 
+/// A name below a directory; nothing is put between where the directory is the root of the file system.
+QString below(const QString& directory, const QString& name) {
+    return directory.endsWith(u'/') ? directory + name : directory + u'/' + name;
+}
+
+/// Adds a node for each file and subdirectory that the description of a folder yields, in the order of the
+/// disk listing. No directory is entered below itself.
 class Scanner {
 public:
-    explicit Scanner(ProjectElement& folder)
+    Scanner(ProjectElement& folder, LoadWork& work)
         : folder_(folder),
+          work_(work),
           filters_(folder.attributes.value(dynamicFolderKeys::filter)),
           excludes_(folder.attributes.value(dynamicFolderKeys::exclude)),
           recurse_(folder.attributes.value(dynamicFolderKeys::recurse) == u"Yes") {}
 
-    void scanAll() {
+    /// False when there is more than may be looked at.
+    bool scanAll() {
         const QString path = folder_.attributes.value(dynamicFolderKeys::path);
-        for (const QString& entry : path.split(u';', Qt::SkipEmptyParts)) scanEntry(entry);
+        const QStringList entries = path.split(u';', Qt::SkipEmptyParts);
+        return std::all_of(entries.begin(), entries.end(),
+                           [this](const QString& entry) { return scanEntry(entry); });
     }
 
 private:
-    void scanEntry(const QString& entry) {
+    bool scanEntry(const QString& entry) {
+        if (!work_.addScannedEntry()) return false;
         QString path = projectSystem->expandGlobalMacros(entry);
         if (!isAbsolutePath(path))
             path.prepend(projectSystem->projectDirectoryOf(folder_.enclosingProject()) + u'/');
         const QFileInfo file(path);
         if (!file.isDir()) {
             if (file.exists()) add(folder_, path);
-            return;
+            return true;
         }
         pending_.push_back({&folder_, path, entry, open(nullptr, file.canonicalFilePath())});
-        while (!pending_.empty() && nodes_ < maxScannedNodes) {
+        while (!pending_.empty()) {
             const PendingDirectory directory = std::move(pending_.back());
             pending_.pop_back();
-            scan(directory);
+            if (!scan(directory)) return false;
         }
+        return true;
     }
 
-    void scan(const PendingDirectory& directory) {
+    bool scan(const PendingDirectory& directory) {
         const std::size_t first = pending_.size();
         QHash<QString, ProjectElement*> folders;
         for (ProjectElement* folder : std::as_const(directory.folder->folders))
             if (!folders.contains(folder->elementName())) folders.insert(folder->elementName(), folder);
         for (const Entry& entry : listDirectory(directory.path, recurse_)) {
-            if (++nodes_ > maxScannedNodes) return;
+            if (!work_.addScannedEntry()) return false;
             const bool isFiltered =
                 !entry.isDirectory && !filters_.isEmpty() && !filters_.matches(entry.name);
             if (isFiltered || excludes_.matches(entry.name)) continue;
@@ -178,13 +191,14 @@ private:
         }
         // The stack gives the last one first.
         std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end());
+        return true;
     }
 
     /// Finds or adds the folder of a subdirectory and leaves the subdirectory for later.
     void enter(const PendingDirectory& directory, const Entry& entry, ProjectElement*& folder) {
-        const QString path = directory.path + u'/' + entry.name;
+        const QString path = below(directory.path, entry.name);
         const QString canonical = entry.isLink ? QFileInfo(path).canonicalFilePath()
-                                               : directory.canonical->canonicalPath + u'/' + entry.name;
+                                               : below(directory.canonical->canonicalPath, entry.name);
         if (!folder) folder = projectSystem->addFolder(directory.folder, entry.name, QString());
         const QString writtenPath = directory.writtenPath + u'/' + entry.name;
         folder->canModify = false;
@@ -203,11 +217,11 @@ private:
     }
 
     ProjectElement& folder_;
+    LoadWork& work_;
     const Wildcards filters_;
     const Wildcards excludes_;
     const bool recurse_;
     std::vector<PendingDirectory> pending_;
-    int nodes_ = 0;
 };
 
 void makePlain(ProjectElement& folder) {
@@ -222,27 +236,28 @@ void makePlain(ProjectElement& folder) {
 
 }  // namespace
 
-void scanDynamicFolder(ProjectElement& folder) {
-    Scanner(folder).scanAll();
-}
-
 void ProjectSystem::populateDynamicFolders(Progress* progress) {
     if (dynamicFolders_.isEmpty()) return;
     {
         const ProgressLevel level(progress, QStringLiteral("Populating dynamic folders"), 3);
         for (ProjectElement* folder : std::exchange(dynamicFolders_, {})) {
             if (progress) progress->line(QStringLiteral("Populating folder"));
-            if (folder->isFolder()) populateDynamicFolder(folder);
+            if (folder->isFolder() && !populateDynamicFolder(folder))
+                throw SolutionLoadError(
+                    solution_->path.normalised(),
+                    solution_->path.normalised() +
+                        QStringLiteral(" looks at too many files for its dynamic folders"));
         }
     }
     markClean();
 }
 
-void ProjectSystem::populateDynamicFolder(ProjectElement* folder) {
-    scanDynamicFolder(*folder);
+bool ProjectSystem::populateDynamicFolder(ProjectElement* folder) {
+    LoadWork own;
+    return Scanner(*folder, loadWork_ ? *loadWork_ : own).scanAll();
 }
 
-void ProjectSystem::setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter,
+bool ProjectSystem::setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter,
                                      bool recurse, const QString& exclude) {
     setElementAttribute(folder, dynamicFolderKeys::path, path);
     setElementAttribute(folder, dynamicFolderKeys::filter, filter);
@@ -254,7 +269,7 @@ void ProjectSystem::setDynamicFolder(ProjectElement* folder, const QString& path
         if (!child->isConfiguration()) removeElement(child);
         child = next;
     }
-    populateDynamicFolder(folder);
+    return populateDynamicFolder(folder);
 }
 
 void ProjectSystem::clearDynamicFolder(ProjectElement* top, bool recursive) {

@@ -4,22 +4,11 @@
 
 /// Folders whose files are found on the disk and not stored in the solution. Four keys in the attributes of
 /// the folder itself describe where they are; a folder that has the first one is dynamic.
-namespace project {
+namespace project::dynamicFolderKeys {
 
-class ProjectElement;
-
-namespace dynamicFolderKeys {
 extern const QString path;     ///< directories to scan, or files; global macros are expanded
 extern const QString filter;   ///< wildcards of which a file matches one; an empty list takes every file
 extern const QString recurse;  ///< "Yes" goes into subdirectories
 extern const QString exclude;  ///< wildcards that neither files nor subdirectories match
-}  // namespace dynamicFolderKeys
 
-/// One scan adds at most so many nodes: links between directories can make far more paths than files.
-inline constexpr int maxScannedNodes = 5'000'000;
-
-/// Adds a node for each file and subdirectory that the description yields, in the order of the disk listing.
-/// What does not exist or cannot be read yields nothing. No directory is entered below itself.
-void scanDynamicFolder(ProjectElement& folder);
-
-}  // namespace project
+}  // namespace project::dynamicFolderKeys

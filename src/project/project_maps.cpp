@@ -24,10 +24,11 @@ void forEachKey(ProjectElement& project, const std::vector<ProjectElement*>& aro
     }
 }
 
-std::vector<ProjectElement*> solutionsAround(const ProjectElement& node) {
+/// The solutions from `node` upwards, innermost last.
+std::vector<ProjectElement*> solutionsFrom(ProjectElement* node) {
     std::vector<ProjectElement*> around;
-    for (ProjectElement* parent = node.parentElement(); parent; parent = parent->parentElement())
-        if (parent->isSolution()) around.insert(around.begin(), parent);
+    for (; node; node = node->parentElement())
+        if (node->isSolution()) around.insert(around.begin(), node);
     return around;
 }
 
@@ -71,9 +72,11 @@ void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& so
     enterSolution(root);
 }
 
-qint64 mappedNamesLength(ProjectElement& root) {
+qint64 mappedNamesLength(ProjectElement& root, ProjectElement* around) {
     qint64 total = 0;
     std::vector<qint64> chain;  // the length of each solution's name, innermost last
+    for (ProjectElement* solution : solutionsFrom(around))
+        chain.push_back(solution->elementName().size() + 1);
     walkElements(
         root,
         [&](ProjectElement& node) {
@@ -95,7 +98,7 @@ bool enterAppendedProject(ProjectElement& project, QMap<QString, ProjectElement*
     // Behind a project of the root nothing follows; elsewhere a later project may own the same name.
     const bool belowRoot = project.parentElement() && !project.parentElement()->parentElement();
     bool isLast = true;
-    const std::vector<ProjectElement*> around = solutionsAround(project);
+    const std::vector<ProjectElement*> around = solutionsFrom(project.parentElement());
     forEachKey(project, around, [&](ProjectElement& solution, const QString& key) {
         if (!belowRoot && solution.solution->projectIndex.contains(key)) isLast = false;
     });

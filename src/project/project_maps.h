@@ -14,8 +14,9 @@ class Progress;
 /// Rebuilds the tables below `root` from nothing; `solutions` gets every solution by name.
 void rebuildProjectMaps(ProjectElement& root, QMap<QString, ProjectElement*>& solutions, Progress* progress);
 
-/// How many characters the names in these tables have together.
-qint64 mappedNamesLength(ProjectElement& root);
+/// How many characters the names of the projects below `root` have together in these tables. `around` is the
+/// solution that `root` is to be appended to, or null.
+qint64 mappedNamesLength(ProjectElement& root, ProjectElement* around = nullptr);
 
 /// Enters one project that was appended as the last child of its parent, with the solutions around it, at
 /// the cost of one. Where its place in the order of equal names cannot be told, answers false and has entered

@@ -48,8 +48,8 @@ struct Refusal {
 /// `StandardProjectSystem`.
 ///
 /// Nodes that operations take and answer belong to the tree unless an operation says otherwise. The virtual
-/// operations answer a null node with a null text, false or an empty list. No operation throws. One thread
-/// only; signals are direct calls.
+/// operations answer a null node with a null text, false or an empty list. Only loads and saves throw, and
+/// say so. One thread only; signals are direct calls.
 class ProjectSystem : public QObject {
     Q_OBJECT
 
@@ -185,11 +185,13 @@ public:
     std::optional<Refusal> rename(ProjectElement* node, const QString& newName);
     /// Stores a value on the node itself, not in a configuration. A null node is ignored.
     void setElementAttribute(ProjectElement* node, const QString& name, const QString& value);
-    /// Fills a dynamic folder from the disk; see dynamic_folder.h.
-    void populateDynamicFolder(ProjectElement* folder);
+    /// Fills a dynamic folder from the disk; see dynamic_folder.h. What does not exist or cannot be read
+    /// yields nothing. False when there is more to look at than a load may (LoadWork), and then a part is
+    /// there.
+    bool populateDynamicFolder(ProjectElement* folder);
     /// Makes `folder` a dynamic folder of that description (lists are joined by ";") and fills it afresh:
-    /// its children go, but for its configurations.
-    void setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter, bool recurse,
+    /// its children go, but for its configurations. Answers what `populateDynamicFolder` does.
+    bool setDynamicFolder(ProjectElement* folder, const QString& path, const QString& filter, bool recurse,
                           const QString& exclude);
     /// Makes a dynamic folder a plain one that keeps what it found, and with `recursive` those below it.
     void clearDynamicFolder(ProjectElement* folder, bool recursive);
@@ -235,6 +237,10 @@ public:
                              const PropertyClass* propertyClass, const QString& text);
     /// Forgets the paths of a project and its files after a change of what they depend on, and tells of it.
     void invalidatePaths(ProjectElement* project);
+    /// The same for the project around `node`, or where there is none, for all below it.
+    void invalidatePathsAt(ProjectElement* node);
+    /// Whether the paths of a project and its files depend on what is stored under the key.
+    bool pathsDependOn(const QString& key) const;
     const ChangeLog& changeLog() const { return changeLog_; }
 
     // --- Configurations ---
@@ -349,6 +355,7 @@ private:
     QString templatesFile_;
     QString defaultTemplatesFile_;
     QStringList filesUnderLoad_;
+    LoadWork* loadWork_ = nullptr;           ///< while `loadSolution` runs
     QList<ProjectElement*> templatedNodes_;  ///< of the last load, to be expanded
     QList<ProjectElement*> dynamicFolders_;  ///< of the last load, to be filled
     QDateTime loadTime_;

@@ -4,6 +4,8 @@
 #include "project/project_system.h"
 #include "project/template_expander.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace project {
@@ -12,10 +14,6 @@ namespace {
 
 const QString templateNameKey = QStringLiteral("template_name");
 const QString templateConfigurationsKey = QStringLiteral("template_configurations");
-
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
 
 bool isBelowConfigurations(const xml::XMLNode& node) {
     const xml::XMLElement* const parent = xml::asElement(node.parent());
@@ -28,6 +26,10 @@ QString takeAttribute(ProjectElement& node, const QString& key) {
     node.attributes.remove(key);
     node.modified = true;
     return value;
+}
+
+SolutionLoadError tooManyFiles(const QString& path) {
+    return {path, path + QStringLiteral(" is or stands for one template file too many")};
 }
 
 }  // namespace
@@ -52,21 +54,26 @@ QStringList ProjectTemplateNodeList::names() const {
     return names;
 }
 
-ProjectTemplates::ProjectTemplates(const QString& files) {
-    QStringList paths;
-    for (const QString& entry : files.split(u';', Qt::SkipEmptyParts)) Path(entry).expandWildcards(paths);
-    for (const QString& path : paths) {
-        files_.push_back(std::make_unique<ProjectTemplateFile>());
-        ProjectTemplateFile& file = *files_.back();
-        if (!file.parseRegularFile(path)) {
-            file.setRoot(nullptr);
-            continue;
-        }
-        file.processConditionals(path, {}, false);
-        if (const xml::XMLElement* const root = xml::asElement(file.root())) collect(*root);
+ProjectTemplates::ProjectTemplates(const QString& files, LoadWork& work) : work_(work) {
+    for (const QString& entry : files.split(u';', Qt::SkipEmptyParts)) {
+        QStringList paths;
+        if (!Path(entry).expandWildcards(paths)) throw tooManyFiles(entry);
+        for (const QString& path : paths) read(path);
     }
     projectTemplates_.sort();
     configurationTemplates_.sort();
+}
+
+void ProjectTemplates::read(const QString& path) {
+    if (!work_.addFile(QFileInfo(path).size())) throw tooManyFiles(path);
+    files_.push_back(std::make_unique<ProjectTemplateFile>());
+    ProjectTemplateFile& file = *files_.back();
+    if (!file.parseRegularFile(path)) {
+        file.setRoot(nullptr);
+        return;
+    }
+    file.processConditionals(path, {}, false);
+    if (const xml::XMLElement* const root = xml::asElement(file.root())) collect(*root);
 }
 
 /// Goes over all levels without recursion. A configuration template counts as added behind what is below it.
@@ -75,12 +82,12 @@ void ProjectTemplates::collect(const xml::XMLElement& top) {
     while (node) {
         const xml::XMLElement* const element = xml::asElement(node);
         if (element && element->tagName() == "project")
-            projectTemplates_.add(textOf(*element, "template_name"), element);
+            projectTemplates_.add(element->text("template_name"), element);
         const xml::XMLNode* next = node->firstChild();
         while (!next && node) {
             const xml::XMLElement* const left = xml::asElement(node);
             if (node != &top && left && isBelowConfigurations(*node))
-                configurationTemplates_.add(textOf(*left, "name"), left);
+                configurationTemplates_.add(left->text("name"), left);
             if (node == &top) return;
             next = node->nextSibling();
             if (!next) node = node->parent();
@@ -118,13 +125,14 @@ void ProjectSystem::expandTemplatedProjects(TemplateNotFoundErrorHandler* handle
     if (templatedNodes_.isEmpty()) return;
     {
         const ProgressLevel level(progress, QStringLiteral("Expanding templated projects"), 0);
-        ProjectTemplates templates(templatesFilePath());
+        ProjectTemplates templates(templatesFilePath(), *loadWork_);
         // A template can link a solution that has further templated projects.
         for (qsizetype place = 0; place < templatedNodes_.size(); ++place) {
             if (progress)
                 progress->setProgress(static_cast<int>(place), static_cast<int>(templatedNodes_.size()));
             ProjectElement& node = *templatedNodes_[place];
-            if (node.isProject()) expandProject(templates, node, handler, progress);
+            // What a configuration stores under the key is a property.
+            if (!node.isConfiguration()) expandProject(templates, node, handler, progress);
         }
         templatedNodes_.clear();
     }

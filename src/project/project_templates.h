@@ -1,6 +1,6 @@
 #pragma once
 
-#include "project/template_work.h"
+#include "project/load_work.h"
 #include "xml/preprocessor.h"
 
 #include <QString>
@@ -17,7 +17,7 @@ class ProjectElement;
 /// A file of templates.
 class ProjectTemplateFile : public xml::XMLPP2 {
 public:
-    void warning(const QString&) override {}
+    void warning(const QString& text) override { xml::logWarning(text); }
 };
 
 /// Elements by name. Of several of one name the one that was added last is found.
@@ -39,28 +39,30 @@ private:
     std::vector<Entry> entries_;
 };
 
-/// The templates of some files, for one load. Files that are missing or malformed have none.
+/// The templates of some files, for one load. Files that are missing or malformed have none. The files belong
+/// to the object; nothing of them is left in what was expanded.
 class ProjectTemplates {
 public:
-    /// `files` are paths joined by ";", in which "*" and "?" are wildcards.
-    explicit ProjectTemplates(const QString& files);
+    /// `files` are paths joined by ";", in which "*" and "?" are wildcards. `work` outlives the object.
+    /// Throws SolutionLoadError when there is more to read than a load may.
+    ProjectTemplates(const QString& files, LoadWork& work);
 
     const ProjectTemplateNodeList& projectTemplates() const { return projectTemplates_; }
     const ProjectTemplateNodeList& configurationTemplates() const { return configurationTemplates_; }
 
     /// Fills in `project` from one of `projectTemplates()` for the configurations of those names, which may
-    /// be none. Throws SolutionLoadError for what a template links, and when the expansions of these
-    /// templates together take too much work.
+    /// be none. Throws SolutionLoadError for what a template links, and when it takes too much work.
     void expandTemplate(ProjectElement& solution, ProjectElement& project,
                         const xml::XMLElement& templateElement, const QStringList& configurations);
 
 private:
+    void read(const QString& path);
     void collect(const xml::XMLElement& top);
 
+    LoadWork& work_;
     std::vector<std::unique_ptr<ProjectTemplateFile>> files_;
     ProjectTemplateNodeList projectTemplates_;
     ProjectTemplateNodeList configurationTemplates_;
-    TemplateWork work_;
 };
 
 }  // namespace project

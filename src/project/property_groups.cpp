@@ -12,10 +12,6 @@ namespace {
 using properties::PropertyValueGroupClass;
 using properties::PropertyValueGroupFile;
 
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
-
 /// The conditions under which a "macro" element counts.
 class MacroConditions {
 public:
@@ -28,18 +24,18 @@ public:
 private:
     bool holdsIn(const xml::XMLElement& element) const {
         if (!element.hasAttribute("configuration")) return true;
-        const QString wanted = textOf(element, "configuration");
+        const QString wanted = element.text("configuration");
         return wanted == commonConfiguration || wanted == configuration_ ||
                inheritedConfigurationsAt(&node_, configuration_).contains(wanted);
     }
 
     bool holdsFor(const xml::XMLElement& element) const {
         if (!element.hasAttribute("property") || !element.hasAttribute("property_value")) return true;
-        const QString key = textOf(element, "property");
+        const QString key = element.text("property");
         const PropertyClass* property = engine_.schema().find(key);
         if (!property) property = file_.find(key);
         return property &&
-               engine_.propertyValue(&node_, property, configuration_) == textOf(element, "property_value");
+               engine_.propertyValue(&node_, property, configuration_) == element.text("property_value");
     }
 
     ProjectSystem& engine_;
@@ -53,7 +49,15 @@ private:
 const xml::XMLElement* chosenEntry(const PropertyValueGroupClass& group, const QString& value) {
     const xml::XMLElement* found = nullptr;
     forEachChildElement(*group.element(), [&](const xml::XMLElement& entry) {
-        if (!found && entry.tagName() == "groupEntry" && textOf(entry, "name") == value) found = &entry;
+        if (!found && entry.tagName() == "groupEntry" && entry.text("name") == value) found = &entry;
+    });
+    return found;
+}
+
+bool changesPaths(const xml::XMLElement& groupEntry) {
+    bool found = false;
+    forEachChildElement(groupEntry, [&](const xml::XMLElement& entry) {
+        found = found || (entry.tagName() == "property" && projectSystem->pathsDependOn(entry.text("name")));
     });
     return found;
 }
@@ -113,7 +117,7 @@ void ProjectSystem::addGroupMacros(ProjectElement& node, const QString& configur
         if (!entry) continue;
         forEachChildElement(*entry, [&](const xml::XMLElement& element) {
             if (element.tagName() == "macro" && conditions.hold(element))
-                table.insert(textOf(element, "name"), textOf(element, "value"));
+                table.insert(element.text("name"), element.text("value"));
         });
     }
 }

@@ -21,6 +21,9 @@ void forEachChildElement(const xml::XMLElement& parent, Visit visit) {
 /// The entry of a group that a value chooses, or null.
 const xml::XMLElement* chosenEntry(const properties::PropertyValueGroupClass& group, const QString& value);
 
+/// Whether a group entry sets a property that the paths of a project depend on.
+bool changesPaths(const xml::XMLElement& groupEntry);
+
 /// `name` if there is such a file or if it is absolute, else the same name in the directory of the project.
 QString projectFilePath(ProjectSystem& engine, ProjectElement* node, const QString& name);
 

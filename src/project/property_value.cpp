@@ -13,16 +13,18 @@ using properties::PropertyValueGroupClass;
 
 namespace {
 
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
-
 /// "name=value", or whichever of the two the element has, in HTML.
 QString assignmentText(const xml::XMLElement& element) {
     QStringList parts;
     for (const char* attribute : {"name", "value"})
-        if (element.hasAttribute(attribute)) parts.append(textOf(element, attribute).toHtmlEscaped());
+        if (element.hasAttribute(attribute)) parts.append(element.text(attribute).toHtmlEscaped());
     return parts.join(u'=');
+}
+
+/// The property that an entry of a group is about, or null: the name of a configuration is none.
+const PropertyClass* propertyOf(const xml::XMLElement& entry) {
+    const QString key = entry.text("name");
+    return key == keys::name ? nullptr : projectSystem->schema().find(key);
 }
 
 }  // namespace
@@ -116,7 +118,7 @@ QString PropertyValueGroupValue::helpText() const {
         help +=
             QStringLiteral("<li><b>%1</b> ").arg(QString::fromUtf8(entry.tagName())) + assignmentText(entry);
         if (entry.hasAttribute("configuration"))
-            help += QStringLiteral(" (%1)").arg(textOf(entry, "configuration"));
+            help += QStringLiteral(" (%1)").arg(entry.text("configuration"));
         help += u"</li>";
     });
     return help + QStringLiteral("</ul>");
@@ -134,22 +136,23 @@ void PropertyValueGroupValue::setValue(const QString& text) {
             if (entry.tagName() == "property") applyProperty(entry);
             if (entry.tagName() == "file") applyFile(entry);
         });
+        if (changesPaths(*group)) projectSystem->invalidatePathsAt(node_);
     }
     ProjectPropertyValue::setValue(choice);
 }
 
 void PropertyValueGroupValue::applyProperty(const xml::XMLElement& entry) {
-    const PropertyClass* const target = projectSystem->schema().find(textOf(entry, "name"));
-    const QString configuration = textOf(entry, "configuration");
+    const PropertyClass* const target = propertyOf(entry);
+    const QString configuration = entry.text("configuration");
     if (target)
         projectSystem->setPropertyValue(
-            node_, target, configuration.isEmpty() ? configuration_ : configuration, textOf(entry, "value"));
+            node_, target, configuration.isEmpty() ? configuration_ : configuration, entry.text("value"));
 }
 
 void PropertyValueGroupValue::applyFile(const xml::XMLElement& entry) {
-    const QString name = textOf(entry, "name");
-    const QString fileName = textOf(entry, "file_name");
-    ProjectElement* const folder = projectSystem->findFolder(node_, textOf(entry, "folder"));
+    const QString name = entry.text("name");
+    const QString fileName = entry.text("file_name");
+    ProjectElement* const folder = projectSystem->findFolder(node_, entry.text("folder"));
     if (!folder) return;
     ProjectElement* const file = projectSystem->findElement(folder, name);
     if (!file) {
@@ -165,12 +168,13 @@ void PropertyValueGroupValue::clear() {
     const xml::XMLElement* const group = chosenEntry(*groupClass_, propertyClass()->defaultValue);
     if (!group) return;
     forEachChildElement(*group, [this](const xml::XMLElement& entry) {
-        const PropertyClass* const target = projectSystem->schema().find(textOf(entry, "name"));
+        const PropertyClass* const target = propertyOf(entry);
         if (entry.tagName() != "property" || !target) return;
         projectSystem->clearPropertyValue(
             node_, target,
-            entry.hasAttribute("configuration") ? textOf(entry, "configuration") : configuration_);
+            entry.hasAttribute("configuration") ? entry.text("configuration") : configuration_);
     });
+    if (changesPaths(*group)) projectSystem->invalidatePathsAt(node_);
 }
 
 PropertyValueList::PropertyValueList(PropertyValueList&& other) noexcept {

@@ -10,15 +10,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QScopedValueRollback>
 
 namespace project {
 
 namespace {
-
-/// An attribute of an element that has just been parsed.
-QString rawAttribute(const ProjectElement& element, const char* name) {
-    return QString::fromUtf8(element.attribute(name));
-}
 
 bool isImportElement(const ProjectElement& element) {
     return element.tagName() == "import";
@@ -88,8 +84,9 @@ private:
     QStringList& stack_;
 };
 
-void checkNames(ProjectElement& root, const QString& fileName) {
-    if (mappedNamesLength(root) > SolutionLoader::maxNamesLength)
+/// `around` is the solution that `root` is to be linked into, or null.
+void addNames(LoadWork& work, ProjectElement& root, ProjectElement* around, const QString& fileName) {
+    if (!work.addNames(mappedNamesLength(root, around)))
         throw SolutionLoadError(fileName, fileName + QStringLiteral(" has too many long names"));
 }
 
@@ -110,9 +107,10 @@ SolutionLoadError::SolutionLoadError(const QString& fileName, const QString& mes
       column_(column),
       bytes_(message.toUtf8()) {}
 
-SolutionLoader::SolutionLoader(ProjectSystem& engine, const QStringList& underLoad,
+SolutionLoader::SolutionLoader(ProjectSystem& engine, LoadWork& work, const QStringList& underLoad,
                                ProjectFileNotFoundErrorHandler* notFoundHandler, Progress* progress)
     : engine_(engine),
+      work_(work),
       underLoad_(underLoad),
       outermost_(underLoad.size()),
       notFoundHandler_(notFoundHandler),
@@ -159,8 +157,7 @@ SolutionLoader::File SolutionLoader::find(const QString& baseDirectory, const QS
 }
 
 std::unique_ptr<ProjectElement> SolutionLoader::parse(const File& file, const QString& macros) {
-    bytes_ += QFileInfo(file.path).size();
-    if (++files_ > maxFiles || bytes_ > maxBytes || underLoad_.size() >= maxSolutionDepth)
+    if (!work_.addFile(QFileInfo(file.path).size()) || underLoad_.size() >= maxSolutionDepth)
         throw loadError(file.name, " links too many solutions");
     ProjectSystemXMLPP2 document;
     if (!document.parse(file.path))
@@ -177,10 +174,10 @@ std::unique_ptr<ProjectElement> SolutionLoader::parse(const File& file, const QS
 }
 
 void SolutionLoader::runLoadCommands(const ProjectElement& root, const File& file) {
-    const QString commands = engine_.expandGlobalMacros(rawAttribute(root, "load_command"));
+    const QString commands = engine_.expandGlobalMacros(root.text("load_command"));
     if (commands.isEmpty() || !engine_.runsLoadCommands) return;
     const ProgressLevel level(progress_, QStringLiteral("Executing load commands"), 2);
-    const QString environment = engine_.expandGlobalMacros(rawAttribute(root, "load_command_environment"));
+    const QString environment = engine_.expandGlobalMacros(root.text("load_command_environment"));
     const std::vector<std::string> variables = toBytes(environment.split(u';'));
     for (const QString& command : commands.split(QStringLiteral("&&"), Qt::SkipEmptyParts)) {
         const QStringList arguments = build::parseCommandLine(command);
@@ -197,7 +194,7 @@ void SolutionLoader::runLoadCommands(const ProjectElement& root, const File& fil
 }
 
 void SolutionLoader::setTemplatesFile(const ProjectElement& root, const File& file) {
-    const QString text = rawAttribute(root, "templates_file");
+    const QString text = root.text("templates_file");
     const MacroTable table{{QStringLiteral("SolutionDir"), Path(file.name).dirPath()}};
     const QString expanded = macroEngine ? macroEngine->expand(table, text, true, true) : text;
     if (!expanded.isEmpty()) findings_.templatesFile = expanded;
@@ -249,12 +246,12 @@ void SolutionLoader::readNode(ProjectElement& node) {
 }
 
 ProjectElement* SolutionLoader::readLink(ProjectElement& import, const File& file) {
-    const QString storedName = storedText(rawAttribute(import, "file_name"));
-    QString macros = rawAttribute(import, "macros");
+    const QString storedName = storedText(import.text("file_name"));
+    QString macros = import.text("macros");
     if (!macros.isNull()) macros = storedText(engine_.expandGlobalMacros(macros));
     std::unique_ptr<ProjectElement> root =
         loadFile(file.directory, engine_.expandGlobalMacros(storedName), macros);
-    const bool canModify = rawAttribute(import, "can_modify_solution") != u"No";
+    const bool canModify = import.text("can_modify_solution") != u"No";
     makeLink(*root, storedName, canModify);
     import.parentElement()->replaceChild(&import, root.get());
     const std::unique_ptr<ProjectElement> replaced(&import);
@@ -291,7 +288,8 @@ void makeLink(ProjectElement& root, const QString& storedName, bool canModify) {
 std::unique_ptr<ProjectElement> ProjectSystem::loadSolutionFile(
     const QString& baseDirectory, const QString& fileName, ProjectFileNotFoundErrorHandler* notFoundHandler,
     Progress* progress, const QString& macros) {
-    SolutionLoader loader(*this, filesUnderLoad_, notFoundHandler, progress);
+    LoadWork own;
+    SolutionLoader loader(*this, loadWork_ ? *loadWork_ : own, filesUnderLoad_, notFoundHandler, progress);
     std::unique_ptr<ProjectElement> root = loader.loadFile(baseDirectory, fileName, macros);
     const LoadFindings& findings = loader.findings();
     templatedNodes_ += findings.templatedNodes;
@@ -306,11 +304,12 @@ void ProjectSystem::loadSolution(const QString& fileName, ProjectFileNotFoundErr
                                  bool checkTarget) {
     closeSolution();
     try {
+        LoadWork work;
+        const QScopedValueRollback<LoadWork*> underLoad(loadWork_, &work);
         solution_ = loadSolutionFile(QString(), fileName, notFoundHandler, progress, QString());
         if (checkTarget) project::checkTarget(*solution_, targetNumber(), fileName);
-        checkNames(*solution_, fileName);
+        addNames(work, *solution_, nullptr, fileName);
         expandTemplatedProjects(templateHandler, progress);
-        checkNames(*solution_, fileName);
         {
             const ProgressLevel level(progress, QStringLiteral("Mapping project information"), 0);
             rebuildProjectMaps(progress);
@@ -347,10 +346,12 @@ ProjectElement* ProjectSystem::insertSolutionLink(ProjectElement* solution, cons
         loadSolutionFile(directory, hasMacros ? expandGlobalMacros(fileName) : storedName, notFoundHandler,
                          progress, QString());
     filesUnderLoad_.clear();
+    LoadWork own;
+    addNames(loadWork_ ? *loadWork_ : own, *root, solution, root->path.normalised());
     makeLink(*root, storedText(storedName), true);
     ProjectElement* const linked = root.release();
     appendChild(solution, linked);
-    rebuildProjectMaps();
+    if (!loadWork_) rebuildProjectMaps();  // a load does so once, at its end
     return linked;
 }
 

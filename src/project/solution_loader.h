@@ -1,5 +1,6 @@
 #pragma once
 
+#include "project/load_work.h"
 #include "project/progress.h"
 #include "project/project_element.h"
 
@@ -67,17 +68,12 @@ struct LoadFindings {
 /// One load: a solution file with all that it links. After an error nothing of it is left.
 class SolutionLoader {
 public:
-    /// Solutions nest so deep, whether they are linked or stand in one file,
+    /// Solutions nest so deep, whether they are linked or stand in one file.
     static constexpr int maxSolutionDepth = 100;
-    /// and a load reads so many files with so many bytes together.
-    static constexpr int maxFiles = 10000;
-    static constexpr qint64 maxBytes = qint64{2} << 30;
-    /// The names of its projects, as they are seen from all solutions around them, have so many characters.
-    static constexpr qint64 maxNamesLength = qint64{256} << 20;
 
     /// `underLoad` are the absolute paths of the files into which this one is being linked, outermost first.
-    /// Handler and progress may be null.
-    SolutionLoader(ProjectSystem& engine, const QStringList& underLoad,
+    /// `work` outlives the object. Handler and progress may be null.
+    SolutionLoader(ProjectSystem& engine, LoadWork& work, const QStringList& underLoad,
                    ProjectFileNotFoundErrorHandler* notFoundHandler, Progress* progress);
 
     /// Reads one file, and through itself what it links. A relative name is taken against `baseDirectory`
@@ -105,13 +101,12 @@ private:
     void enterEnvironment(ProjectElement& root);
 
     ProjectSystem& engine_;
+    LoadWork& work_;
     QStringList underLoad_;
     qsizetype outermost_;  ///< how many files were under load before
     ProjectFileNotFoundErrorHandler* notFoundHandler_;
     Progress* progress_;
     LoadFindings findings_;
-    int files_ = 0;
-    qint64 bytes_ = 0;
 };
 
 /// Marks a solution that was just loaded as a link, whose file the linking file spells `storedName`.

@@ -49,8 +49,8 @@ void appendSegments(const expressions::MemoryMap& map, QList<MemorySegment>& seg
     for (const expressions::MemoryMapElement* element : map.memorySegments(true)) {
         if (element->size == 0) continue;
         const auto access = static_cast<MemorySegment::Access>(expressions::accessOf(*element));
-        segments.append({element->start, element->start + element->size - 1, access, 0,
-                         QString::fromUtf8(element->attribute("name"))});
+        segments.append(
+            {element->start, element->start + element->size - 1, access, 0, element->text("name")});
     }
 }
 
@@ -122,7 +122,7 @@ QString StandardProjectSystem::locateFile(const QString& directory, const QStrin
     if (found.isEmpty()) {
         QStringList chosen;
         for (const xml::XMLElement* include : propertyGroupElements(node, configuration, "cinclude"))
-            chosen.append(QString::fromUtf8(include->attribute("value")));
+            chosen.append(include->text("value"));
         found = findIn(expandMacroList(node, configuration, chosen));
     }
     return found.isEmpty() ? findIn(valueOf(schema().tools.c_system_include_directories)) : found;

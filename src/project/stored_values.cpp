@@ -47,7 +47,10 @@ void ProjectSystem::clearPropertyValue(ProjectElement* node, const PropertyClass
 void ProjectSystem::recordChange(ProjectElement* node, const PropertyClass* propertyClass,
                                  const QString& configuration, const QString& oldText, bool nodeWasModified,
                                  bool configurationWasModified) {
-    changeLog_.add(node, propertyClass, configuration, oldText, nodeWasModified, configurationWasModified);
+    // What a load changes counts as what is stored.
+    if (!loadWork_)
+        changeLog_.add(node, propertyClass, configuration, oldText, nodeWasModified,
+                       configurationWasModified);
     Q_EMIT propertyChanged(node, configuration, propertyClass);
 }
 
@@ -96,6 +99,19 @@ void ProjectSystem::invalidatePaths(ProjectElement* project) {
         return &node == project || node.isFolder();
     });
     Q_EMIT projectChanged(project);
+}
+
+bool ProjectSystem::pathsDependOn(const QString& key) const {
+    const auto& general = schema().general;
+    return key == general.project_directory->name || key == general.macros->name;
+}
+
+void ProjectSystem::invalidatePathsAt(ProjectElement* node) {
+    if (ProjectElement* const project = node->enclosingProject()) return invalidatePaths(project);
+    forEachElement(*node, [this](ProjectElement& below) {
+        if (below.isProject()) invalidatePaths(&below);
+        return !below.isProject();
+    });
 }
 
 }  // namespace project

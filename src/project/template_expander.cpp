@@ -2,6 +2,7 @@
 
 #include "project/project_system.h"
 #include "project/property_groups.h"
+#include "project/tree_walk.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,10 +14,6 @@ namespace {
 
 const QString configurationReference = QStringLiteral("$(Configuration)");
 const QString inheritedKey = QStringLiteral("inherited_configurations");
-
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
 
 /// Whether a template may store values under the key: in any other case the solution could not be read back.
 bool isKey(const QString& text) {
@@ -40,7 +37,7 @@ const TemplateExpander::ActionRow TemplateExpander::actionRows[] = {
     {"import", &TemplateExpander::import},
 };
 
-TemplateExpander::TemplateExpander(const ProjectTemplateNodeList& configurationTemplates, TemplateWork& work,
+TemplateExpander::TemplateExpander(const ProjectTemplateNodeList& configurationTemplates, LoadWork& work,
                                    ProjectElement& solution, ProjectElement& project,
                                    const QStringList& configurations)
     : configurationTemplates_(configurationTemplates),
@@ -51,7 +48,7 @@ TemplateExpander::TemplateExpander(const ProjectTemplateNodeList& configurationT
 
 void TemplateExpander::expand(const Element& templateElement) {
     store(project_, commonConfiguration, projectSystem->schema().general.project_type->name,
-          textOf(templateElement, "type"));
+          templateElement.text("type"));
     expandBody(templateElement);
 }
 
@@ -77,45 +74,47 @@ void TemplateExpander::expandBody(const Element& templateElement) {
 }
 
 ProjectElement* TemplateExpander::act(const Element& element, ProjectElement& node) {
-    count(TemplateWork::unitsOfPass);
+    countElement(element);
     for (const ActionRow& row : actionRows)
         if (element.tagName() == row.tag) return (this->*row.act)(element, node);
     return nullptr;
 }
 
 ProjectElement* TemplateExpander::enterFolder(const Element& element, ProjectElement& node) {
-    const QString name = textOf(element, "name");
-    const QString filter = textOf(element, "filter");
-    if (ProjectElement* const folder = findChild(node, ProjectElement::Kind::Folder, name)) {
+    const QString name = element.text("name");
+    const QString filter = element.text("filter");
+    ProjectElement*& folder = childrenOf(node).folders[name];
+    if (folder) {
         const QString& key = projectSystem->schema().general.filter->name;
         if (!filter.isEmpty() && localValue(folder, key, commonConfiguration).isNull())
             store(*folder, commonConfiguration, key, filter);
         return folder;
     }
-    if (!element.hasAttribute("path")) return projectSystem->addFolder(&node, name, filter);
-    if (element.hasAttribute("choose")) return nullptr;
-    ProjectElement* const folder = projectSystem->addFolder(&node, name, QString());
-    projectSystem->setDynamicFolder(folder, textOf(element, "path"), filter, element.hasAttribute("recurse"),
-                                    textOf(element, "exclude"));
+    const bool isDynamic = element.hasAttribute("path");
+    if (isDynamic && element.hasAttribute("choose")) return nullptr;
+    folder = projectSystem->addFolder(&node, name, isDynamic ? QString() : filter);
+    if (isDynamic &&
+        !projectSystem->setDynamicFolder(folder, element.text("path"), filter,
+                                         element.hasAttribute("recurse"), element.text("exclude")))
+        refuse();
     return folder;
 }
 
 ProjectElement* TemplateExpander::enterFile(const Element& element, ProjectElement& node) {
-    QString name = textOf(element, "name");
-    if (!isWord(textOf(element, "expand"), u"no")) name = expanded(node, commonConfiguration, name);
+    QString name = element.text("name");
+    if (!isWord(element.text("expand"), u"no")) name = expanded(node, commonConfiguration, name);
     if (element.hasAttribute("source")) return addSourceFile(element, node, name);
-    ProjectElement* const file = findChild(node, ProjectElement::Kind::File, name);
-    return file ? file : projectSystem->addFile(&node, name);
+    return &findOrAddFile(node, name);
 }
 
 ProjectElement* TemplateExpander::addSourceFile(const Element& element, ProjectElement& node,
                                                 const QString& name) {
     if (!isWord(project_.attributes.value(u"with_source"), u"yes")) return nullptr;
-    const QString source = textOf(element, "source");
-    if (ProjectElement* const file = findChild(node, ProjectElement::Kind::File, source)) return file;
-    ProjectElement* const file = projectSystem->addFile(&node, source);
-    projectSystem->setElementAttribute(file, keys::name, name);
-    return file;
+    const QString source = element.text("source");
+    if (ProjectElement* const file = childrenOf(node).files.value(source)) return file;
+    ProjectElement& file = findOrAddFile(node, source);
+    projectSystem->setElementAttribute(&file, keys::name, name);
+    return &file;
 }
 
 ProjectElement* TemplateExpander::setProperty(const Element& element, ProjectElement& node) {
@@ -130,11 +129,11 @@ ProjectElement* TemplateExpander::setProperty(const Element& element, ProjectEle
 
 void TemplateExpander::setPropertyIn(const QString& configuration, const Element& element,
                                      ProjectElement& node) {
-    const QString key = textOf(element, "name");
+    const QString key = element.text("name");
     if (!isKey(key) || !localValue(&node, key, configuration).isNull()) return;
-    QString value = textOf(element, "value");
-    if (value.isEmpty()) value = textOf(element, "value_win32");
-    if (isWord(textOf(element, "expand"), u"yes")) value = expanded(node, configuration, value);
+    QString value = element.text("value");
+    if (value.isEmpty()) value = element.text("value_win32");
+    if (isWord(element.text("expand"), u"yes")) value = expanded(node, configuration, value);
     store(node, configuration, key, value);
 }
 
@@ -148,14 +147,31 @@ ProjectElement* TemplateExpander::setPropertyGroup(const Element& element, Proje
 
 void TemplateExpander::setGroupIn(const QString& configuration, const Element& element,
                                   ProjectElement& node) {
-    const QString key = textOf(element, "name");
+    const QString key = element.text("name");
     QString value = localValue(&node, key, configuration);
-    if (value.isNull()) value = textOf(element, "value");
+    if (value.isNull()) value = element.text("value");
     refreshInheritance();
     const properties::PropertyValueGroupFile* const file =
         projectSystem->propertyGroupFile(&node, configuration);
-    const properties::PropertyValueGroupClass* const group = file ? file->find(key) : nullptr;
-    if (group) PropertyValueGroupValue(group, configuration, &node).setValue(value);
+    if (!file) return;
+    count(file->groups().size());
+    const properties::PropertyValueGroupClass* const group = file->find(key);
+    if (!group) return;
+    countGroup(*group, value, node);
+    PropertyValueGroupValue(group, configuration, &node).setValue(value);
+    children_.clear();  // a group can add files
+    inheritanceIsStale_ = true;
+}
+
+/// What it takes to find the value in the group and to set all that it chooses.
+void TemplateExpander::countGroup(const properties::PropertyValueGroupClass& group, const QString& value,
+                                  ProjectElement& node) {
+    forEachChildElement(*group.element(), [this](const Element&) { count(1); });
+    const Element* entry = chosenEntry(group, value);
+    if (!entry) entry = chosenEntry(group, group.defaultValue);
+    if (!entry) return;
+    forEachChildElement(*entry, [this](const Element& each) { countElement(each); });
+    if (changesPaths(*entry)) countNodes(node);
 }
 
 ProjectElement* TemplateExpander::addConfiguration(const Element& element, ProjectElement&) {
@@ -164,7 +180,7 @@ ProjectElement* TemplateExpander::addConfiguration(const Element& element, Proje
         if (configurationTemplates_.find(name)) {
             applyConfigurationTemplates({name});
         } else if (element.hasAttribute("inherited_configurations")) {
-            QString inherited = textOf(element, "inherited_configurations");
+            QString inherited = element.text("inherited_configurations");
             if (!configuration.isNull()) inherited.replace(configurationReference, configuration);
             store(solution_, name, inheritedKey, inherited);
             applyConfigurationTemplates(inherited.split(u';', Qt::SkipEmptyParts));
@@ -176,19 +192,22 @@ ProjectElement* TemplateExpander::addConfiguration(const Element& element, Proje
 }
 
 ProjectElement* TemplateExpander::import(const Element& element, ProjectElement&) {
-    projectSystem->insertSolutionLink(&solution_, textOf(element, "name"), nullptr, nullptr);
+    for (const xml::XMLNode* each = solution_.firstChild(); each; each = each->nextSibling()) count(1);
+    projectSystem->insertSolutionLink(&solution_, element.text("name"), nullptr, nullptr);
     return nullptr;
 }
 
-/// Applies templates and what they inherit, each before the next. A name without a template is passed over.
+/// Applies templates and what they inherit, each before the next. A name without a template is passed over,
+/// and so is one that has been applied: a second time would change nothing.
 void TemplateExpander::applyConfigurationTemplates(const QStringList& names) {
+    QSet<QString> applied;
     QStringList pending(names.rbegin(), names.rend());
     while (!pending.isEmpty()) {
         const QString name = pending.takeLast();
         count(1);
         const Element* const element = configurationTemplates_.find(name);
-        if (!element || applied_.contains(name)) continue;
-        applied_.insert(name);
+        if (!element || applied.contains(name)) continue;
+        applied.insert(name);
         const QStringList inherited = applyConfigurationTemplate(name, *element);
         pending.append(QStringList(inherited.rbegin(), inherited.rend()));
     }
@@ -200,10 +219,11 @@ QStringList TemplateExpander::applyConfigurationTemplate(const QString& name, co
     ProjectElement& configuration = findOrAddConfiguration(solution_, name);
     for (const xml::XMLNode* node = element.firstChild(); node; node = node->nextSibling()) {
         const Element* const child = xml::asElement(node);
-        const QString key = child ? textOf(*child, "name") : QString();
-        const QString value = child ? textOf(*child, "value") : QString();
+        const QString key = child ? child->text("name") : QString();
+        const QString value = child ? child->text("value") : QString();
         if (!isKey(key) || value.isEmpty()) continue;
-        count(TemplateWork::unitsOfPass);
+        count(unitsOfPass);
+        countText(value);
         const QString* const present = configuration.attributes.find(key);
         if (key == inheritedKey || !present) {
             projectSystem->setElementAttribute(&configuration, key, value);
@@ -221,60 +241,105 @@ template <typename Visit>
 void TemplateExpander::forEachConfiguration(const Element& element, const char* attribute, Visit visit) {
     if (configurations_.isEmpty())
         configurations_ = project_.attributes.value(u"configurations").split(u';', Qt::SkipEmptyParts);
-    const QString text = textOf(element, attribute);
+    const QString text = element.text(attribute);
     if (configurations_.isEmpty() || !text.contains(configurationReference)) {
         visit(text, configurations_.value(0));
         return;
     }
     for (const QString& configuration : std::as_const(configurations_)) {
-        count(TemplateWork::unitsOfPass);
-        visit(QString(text).replace(configurationReference, configuration), configuration);
+        count(unitsOfPass);
+        const QString replaced = QString(text).replace(configurationReference, configuration);
+        countText(replaced);
+        visit(replaced, configuration);
     }
 }
 
-/// The direct child of the kind: a folder by its name, a file by its stored file name.
-ProjectElement* TemplateExpander::findChild(ProjectElement& node, ProjectElement::Kind kind,
-                                            const QString& name) {
-    std::int64_t looks = 0;
-    ProjectElement* child = node.firstChildElement();
-    for (; child; child = child->nextSiblingElement(), ++looks) {
-        if (child->kind != kind) continue;
-        const bool found = kind == ProjectElement::Kind::File
-                               ? child->attributes.value(keys::fileName) == name
-                               : child->elementName() == name;
-        if (found) break;
-    }
-    count(looks);
-    return child;
+TemplateExpander::Children& TemplateExpander::childrenOf(ProjectElement& node) {
+    const auto known = children_.find(&node);
+    if (known != children_.end()) return *known;
+    Children& children = children_[&node];
+    for (ProjectElement* child = node.firstChildElement(); child; child = child->nextSiblingElement())
+        addToChildren(children, *child);
+    return children;
+}
+
+void TemplateExpander::addToChildren(Children& children, ProjectElement& child) {
+    count(1);
+    if (!child.isFile() && !child.isFolder()) return;
+    ProjectElement*& entry = child.isFile() ? children.files[child.attributes.value(keys::fileName)]
+                                            : children.folders[child.elementName()];
+    if (!entry) entry = &child;
+}
+
+/// A new file can go into a folder of the node instead of the node itself.
+ProjectElement& TemplateExpander::findOrAddFile(ProjectElement& node, const QString& fileName) {
+    if (ProjectElement* const file = childrenOf(node).files.value(fileName)) return *file;
+    if (!node.isFolder()) count(node.folders.size() * unitsOfFilter);
+    ProjectElement* const file = projectSystem->addFile(&node, fileName);
+    const auto parent = children_.find(file->parentElement());
+    if (parent != children_.end()) addToChildren(*parent, *file);
+    return *file;
 }
 
 void TemplateExpander::store(ProjectElement& node, const QString& configuration, const QString& key,
                              const QString& value) {
-    projectSystem->setElementAttribute(&findOrAddConfiguration(node, configuration), key, value);
+    ProjectElement& target = findOrAddConfiguration(node, configuration);
+    count(target.attributes.size() / entriesOfUnit);
+    countText(value);
+    projectSystem->setElementAttribute(&target, key, value);
     if (key == inheritedKey) inheritanceIsStale_ = true;
+    if (!projectSystem->pathsDependOn(key)) return;
+    countNodes(node);
+    projectSystem->invalidatePathsAt(&node);
 }
 
 ProjectElement& TemplateExpander::findOrAddConfiguration(ProjectElement& node, const QString& name) {
     ProjectElement* const present = node.configurations.value(name);
-    return present ? *present : *projectSystem->createConfiguration(&node, name);
+    if (present) return *present;
+    count(node.configurations.size() / entriesOfUnit);
+    return *projectSystem->createConfiguration(&node, name);
 }
 
 QString TemplateExpander::expanded(ProjectElement& node, const QString& configuration, const QString& text) {
     if (!text.contains(u'$')) return text;
     refreshInheritance();
-    return projectSystem->expandMacros(&node, configuration, text);
+    const MacroTable table = projectSystem->macroTable(&node, configuration);
+    for (const QString& value : table) countText(value);
+    count(static_cast<std::int64_t>(table.size()));
+    QString result = macroEngine ? macroEngine->expand(table, text, true, true) : text;
+    countText(result);
+    return result;
 }
 
 /// What is looked up on the way must know what the template has made configurations inherit.
 void TemplateExpander::refreshInheritance() {
-    if (std::exchange(inheritanceIsStale_, false)) rebuildInheritanceIndex(solution_);
+    if (!std::exchange(inheritanceIsStale_, false)) return;
+    for (const auto& [name, configuration] : solution_.configurations) {
+        count(unitsOfPass);
+        countText(configuration->attributes.value(inheritedKey));
+    }
+    rebuildInheritanceIndex(solution_);
 }
 
 void TemplateExpander::count(std::int64_t units) {
-    work_.add(units);
-    if (work_.isTooMuch())
-        throw SolutionLoadError(project_.elementName(),
-                                QStringLiteral("project template asks for too much work"));
+    if (!work_.addTemplateUnits(units)) refuse();
+}
+
+void TemplateExpander::countElement(const Element& element) {
+    count(unitsOfPass);
+    for (const xml::XMLAttribute& attribute : element.attributes())
+        count(attribute.value.size() / charactersOfUnit);
+}
+
+/// What it takes to forget the paths at the node.
+void TemplateExpander::countNodes(ProjectElement& node) {
+    ProjectElement* const project = node.enclosingProject();
+    forEachElement(project ? *project : node, [this](ProjectElement&) { count(1); });
+}
+
+void TemplateExpander::refuse() const {
+    throw SolutionLoadError(project_.elementName(),
+                            QStringLiteral("project template asks for too much work"));
 }
 
 }  // namespace project

@@ -2,10 +2,14 @@
 
 #include "project/project_element.h"
 #include "project/project_templates.h"
+#include "properties/property_value_group_class.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 #include <QStringList>
+
+#include <cstdint>
 
 namespace project {
 
@@ -18,7 +22,7 @@ namespace project {
 class TemplateExpander {
 public:
     /// Everything but `configurations` outlives the object.
-    TemplateExpander(const ProjectTemplateNodeList& configurationTemplates, TemplateWork& work,
+    TemplateExpander(const ProjectTemplateNodeList& configurationTemplates, LoadWork& work,
                      ProjectElement& solution, ProjectElement& project, const QStringList& configurations);
 
     /// Throws SolutionLoadError.
@@ -34,6 +38,11 @@ private:
         Action act;
     };
     static const ActionRow actionRows[];
+    /// The direct children of a node that elements look for; of several of one name the first.
+    struct Children {
+        QHash<QString, ProjectElement*> folders;  ///< by name
+        QHash<QString, ProjectElement*> files;    ///< by stored file name
+    };
 
     void expandBody(const Element& templateElement);
     ProjectElement* act(const Element& element, ProjectElement& node);
@@ -48,6 +57,8 @@ private:
 
     void setPropertyIn(const QString& configuration, const Element& element, ProjectElement& node);
     void setGroupIn(const QString& configuration, const Element& element, ProjectElement& node);
+    void countGroup(const properties::PropertyValueGroupClass& group, const QString& value,
+                    ProjectElement& node);
     void applyConfigurationTemplates(const QStringList& names);
     QStringList applyConfigurationTemplate(const QString& name, const Element& element);
 
@@ -57,19 +68,30 @@ private:
     template <typename Visit>
     void forEachConfiguration(const Element& element, const char* attribute, Visit visit);
 
-    ProjectElement* findChild(ProjectElement& node, ProjectElement::Kind kind, const QString& name);
+    Children& childrenOf(ProjectElement& node);
+    void addToChildren(Children& children, ProjectElement& child);
+    ProjectElement& findOrAddFile(ProjectElement& node, const QString& fileName);
     void store(ProjectElement& node, const QString& configuration, const QString& key, const QString& value);
     ProjectElement& findOrAddConfiguration(ProjectElement& node, const QString& name);
     QString expanded(ProjectElement& node, const QString& configuration, const QString& text);
     void refreshInheritance();
     void count(std::int64_t units);
+    void countText(const QString& text) { count(text.size() / charactersOfUnit); }
+    void countElement(const Element& element);
+    void countNodes(ProjectElement& node);
+    [[noreturn]] void refuse() const;
+
+    static constexpr std::int64_t unitsOfPass = 20;  // over an element, or over a configuration in it
+    static constexpr std::int64_t unitsOfFilter = 10;
+    static constexpr std::int64_t charactersOfUnit = 8;
+    static constexpr std::int64_t entriesOfUnit = 32;  // moved to make room for another
 
     const ProjectTemplateNodeList& configurationTemplates_;
-    TemplateWork& work_;
+    LoadWork& work_;
     ProjectElement& solution_;
     ProjectElement& project_;
     QStringList configurations_;
-    QSet<QString> applied_;  // configuration templates; a second time would change nothing
+    QHash<const ProjectElement*, Children> children_;  // of nodes in which something was looked for
     bool inheritanceIsStale_ = true;
 };
 

@@ -26,8 +26,10 @@ ProjectElement* firstChildWhere(const ProjectElement& parent, Test test) {
 
 /// Takes a configuration that has left `parent` out of its map; another child of that name takes its place.
 void forgetConfiguration(ProjectElement& parent, ProjectElement& configuration) {
-    const QString name = configuration.elementName();
-    if (parent.configurations.value(name) != &configuration) return;
+    const auto isEntry = [&](const auto& entry) { return entry.value == &configuration; };
+    const auto entry = std::find_if(parent.configurations.begin(), parent.configurations.end(), isEntry);
+    if (entry == parent.configurations.end()) return;
+    const QString name = entry->key;
     parent.configurations.remove(name);
     const auto hasName = [&](ProjectElement& child) {
         return child.isConfiguration() && child.elementName() == name;

@@ -14,17 +14,14 @@ QString optionInBrackets(const QString& entry) {
 }  // namespace
 
 GenericPropertyClass::GenericPropertyClass(const xml::XMLElement& element) : PropertyClass(element) {
-    const auto text = [](const xml::XMLElement& from, const char* attribute) {
-        return QString::fromUtf8(from.attribute(attribute));
-    };
     if (element.hasAttribute("enumeration"))
         for (const QString& entry : PropertyClass::values())
             options_.append({entry, optionInBrackets(entry)});
 
     if (element.hasAttribute("values")) {
         const QString prefix =
-            element.hasAttribute("option") ? text(element, "option") + u';' : text(element, "option2");
-        for (const QString& part : text(element, "values").split(u';', Qt::SkipEmptyParts)) {
+            element.hasAttribute("option") ? element.text("option") + u';' : element.text("option2");
+        for (const QString& part : element.text("values").split(u';', Qt::SkipEmptyParts)) {
             const QString value = part.simplified();
             options_.append({value, prefix + value});
         }
@@ -32,9 +29,9 @@ GenericPropertyClass::GenericPropertyClass(const xml::XMLElement& element) : Pro
     for (const xml::XMLNode* node = element.firstChild(); node; node = node->nextSibling()) {
         const xml::XMLElement* const child = xml::asElement(node);
         if (child && child->hasAttribute("value") && child->hasAttribute("option"))
-            options_.append({text(*child, "value"), text(*child, "option")});
+            options_.append({child->text("value"), child->text("option")});
     }
-    variant_ = text(element, "variant");
+    variant_ = element.text("variant");
 }
 
 QStringList GenericPropertyClass::values() const {

@@ -32,10 +32,6 @@ QString numberText(Kind kind, std::uint32_t value, std::uint32_t maximum) {
     return kind == Kind::IntegerHex ? hexadecimal(value, maximum) : QString::number(value);
 }
 
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
-
 }  // namespace
 
 QString kindName(Kind kind) {
@@ -107,18 +103,18 @@ PropertyClass::PropertyClass(const QString& key, Kind kindOfValue, int place)
 }
 
 PropertyClass::PropertyClass(const xml::XMLElement& element)
-    : name(textOf(element, "name")),
-      group(textOf(element, "group")),
-      shortName(textOf(element, "short")),
-      defaultValue(textOf(element, "default")),
-      specialValue(textOf(element, "specialvalue")),
-      kind(kindNamed(textOf(element, "type"))),
-      minimum(textOf(element, "minimum").toUInt()),
-      maximum(textOf(element, "maximum").toUInt()),
-      order(static_cast<int>(textOf(element, "order").toUInt())),
-      longDescription_(textOf(element, "long")) {
+    : name(element.text("name")),
+      group(element.text("group")),
+      shortName(element.text("short")),
+      defaultValue(element.text("default")),
+      specialValue(element.text("specialvalue")),
+      kind(kindNamed(element.text("type"))),
+      minimum(element.text("minimum").toUInt()),
+      maximum(element.text("maximum").toUInt()),
+      order(static_cast<int>(element.text("order").toUInt())),
+      longDescription_(element.text("long")) {
     if (element.hasAttribute("enumeration"))
-        setEnumeration(textOf(element, "enumeration").split(u';', Qt::SkipEmptyParts));
+        setEnumeration(element.text("enumeration").split(u';', Qt::SkipEmptyParts));
     normalise();
 }
 

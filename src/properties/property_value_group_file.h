@@ -32,7 +32,7 @@ public:
     const QString& path() const { return path_; }
     bool isUpToDate() const;
 
-    void warning(const QString&) override {}
+    void warning(const QString& text) override { xml::logWarning(text); }
 
 private:
     QString path_;

@@ -21,10 +21,6 @@ constexpr ToolRow rows[] = {
 // clang-format on
 static_assert(std::size(rows) == toolCount);
 
-QString textOf(const xml::XMLElement& element, const char* attribute) {
-    return QString::fromUtf8(element.attribute(attribute));
-}
-
 }  // namespace
 
 std::span<const ToolRow> toolRows() {
@@ -83,7 +79,7 @@ void ToolDescription::addOption(const xml::XMLElement& element, const Joined& jo
     auto made = std::make_unique<GenericPropertyClass>(element);
     GenericPropertyClass& option = *made;
     enter(std::move(made));
-    const QStringList words = textOf(element, "tool").split(u';');
+    const QStringList words = element.text("tool").split(u';');
     for (const ToolRow& row : rows) {
         if (!words.contains(QLatin1StringView(row.word))) continue;
         option.setPage(QString::fromLatin1(row.page));
@@ -102,10 +98,10 @@ void ToolDescription::addGroup(std::unique_ptr<xml::XMLElement> element) {
 }
 
 void ToolDescription::overrideDefault(const xml::XMLElement& element) {
-    PropertyClass* const row = schema_.find(textOf(element, "name"));
+    PropertyClass* const row = schema_.find(element.text("name"));
     if (!row || !element.hasAttribute("default")) return;
     formerDefaults_.emplace_back(row, row->defaultValue);
-    row->defaultValue = textOf(element, "default");
+    row->defaultValue = element.text("default");
 }
 
 /// Keeps a class, and makes it findable unless its key is none.

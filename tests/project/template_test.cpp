@@ -144,8 +144,9 @@ TEST_F(Templates, ComeFromTheLastFileThatHasThem) {
     write("a2.xml", "<x><project template_name='x' type='three'/></x>");
     write("bad.xml", "<x></y>");
     const QString base = directory.path();
-    const ProjectTemplates templates(base + q("/missing.xml;;") + base + q("/a?.xml;") + base +
-                                     q("/bad.xml"));
+    LoadWork work;
+    const ProjectTemplates templates(base + q("/missing.xml;;") + base + q("/a?.xml;") + base + q("/bad.xml"),
+                                     work);
     EXPECT_EQ(templates.projectTemplates().names(), (QStringList{q("x"), q("y")}));
     EXPECT_EQ(templates.projectTemplates().find(q("x"))->attribute("type"), "three");
     EXPECT_EQ(templates.projectTemplates().find(q("z")), nullptr);
@@ -191,8 +192,8 @@ TEST_F(Templates, EndWhateverTheyAskFor) {
     ASSERT_TRUE(
         file.parseText("<project><property name='k' value='v' configuration='$(Configuration)'/></project>"));
     const ProjectTemplateNodeList none;
-    TemplateWork work;
-    work.add(TemplateWork::maxUnits - 3 * TemplateWork::unitsOfPass);
+    LoadWork work;
+    work.addTemplateUnits(LoadWork::maxTemplateUnits - 40);
     TemplateExpander expander(none, work, *engine.solution(), *newProject("q"), {q("A"), q("B"), q("C")});
     EXPECT_THROW(expander.expand(*xml::asElement(file.root())), SolutionLoadError);
 }

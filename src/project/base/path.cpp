@@ -155,7 +155,7 @@ void Path::refresh() const {
     record().freshFile();
 }
 
-void Path::expandWildcards(QStringList& list) const {
+bool Path::expandWildcards(QStringList& list) const {
     const QStringList components = normalised().split(u'/');
     const auto isPattern = [](const QString& component) {
         return component.contains(u'*') || component.contains(u'?');
@@ -179,12 +179,14 @@ void Path::expandWildcards(QStringList& list) const {
             const QDir::Filters filters = (isLast(i) ? QDir::AllEntries : QDir::Dirs) | QDir::Hidden |
                                           QDir::System | QDir::NoDotAndDotDot;
             const QStringList entries = directory.entryList({nameFilter(components[i])}, filters, QDir::Name);
+            if (next.size() + entries.size() > maxWildcardPaths) return false;
             for (const QString& entry : entries) next.append(prefix + entry + end);
         }
         found = next;
     }
     for (const QString& path : found)
         if (listed || QFileInfo::exists(path)) list.append(path);
+    return true;
 }
 
 bool relativePath(const QString& baseDirectory, const QString& target, QString& out) {

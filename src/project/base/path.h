@@ -57,8 +57,10 @@ public:
     void refresh() const;
 
     /// Appends to `list` the existing paths that the text stands for, "*" and "?" being wildcards in any
-    /// component.
-    void expandWildcards(QStringList& list) const;
+    /// component. False when that are, or on the way there were, more than `maxWildcardPaths`; then it
+    /// appends nothing.
+    bool expandWildcards(QStringList& list) const;
+    static constexpr qsizetype maxWildcardPaths = 10000;
 
 private:
     struct Record;
