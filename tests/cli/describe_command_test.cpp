@@ -33,6 +33,7 @@ protected:
 </root>
 )");
         write("bad.xml", "<root>\n</rot>");
+        write("line.xml", "<root></rot>");
         write("regs.xml", "<!DOCTYPE Register_Definition_File><r/>");
         write("s.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
 <solution Name="s" target="8" version="2">
@@ -88,6 +89,9 @@ TEST_F(DescribeCommand, PrintsMemoryMaps) {
         {"memory-map --tree map.xml", 0,
          "root 0x00000000 0x00000000 board\n  MemorySegment 0x08000000 0x00010000 FLASH\n    ProgramSection "
          "0x08000100 0x00000010 .text\n  MemorySegment 0x00000001 0x00000000 none\n"},
+        {"memory-map - < map.xml", 0, flash},
+        {"memory-map - < /dev/null", 1, "", "atelis: error: -: no memory map\n"},
+        {"memory-map - < line.xml", 1, "", "atelis: error: -:1: tagName mismatch\n"},
         {"memory-map missing.xml", 1, "", "atelis: error: missing.xml: couldn't read missing.xml\n"},
         {"memory-map bad.xml", 1, "", "atelis: error: bad.xml:2: tagName mismatch\n"},
     };

@@ -125,6 +125,18 @@ TEST_F(SolutionCommand, TreeShowsNodes) {
     check({{"tree bad.qxProject", 1, "", "atelis: error: bad.qxProject:3: tagName mismatch\n"}});
 }
 
+TEST_F(SolutionCommand, TreeIsIndentedOnlySoFar) {
+    constexpr int depth = 1200;
+    write("deep.qxProject",
+          "<!DOCTYPE Kestrelhaus_Project_File>\n<solution Name=\"s\" target=\"8\" version=\"2\">"
+          "<project Name=\"p\">" +
+              QByteArray("<folder Name=\"f\">").repeated(depth) + "<file file_name=\"a.c\"/>" +
+              QByteArray("</folder>").repeated(depth) + "</project></solution>");
+    const std::string output = run("tree deep.qxProject").output;
+    EXPECT_NE(output.find("\n" + std::string(2000, ' ') + "file a.c [C]\n"), std::string::npos);
+    EXPECT_EQ(output.find(std::string(2001, ' ')), std::string::npos);
+}
+
 TEST_F(SolutionCommand, GetPrintsValues) {
     check({
         {"get @ c_preprocessor_definitions -p app -f src/main.c -c Debug", 0, "A;B;$(ProjectName)\n"},

@@ -115,6 +115,18 @@ TEST_F(MemoryMaps, ImportBesideThemselves) {
     EXPECT_EQ(numbers(map->root()), "A=4+0 ");
 }
 
+TEST_F(MemoryMaps, ImportNoMoreThanTheyInclude) {
+    const QString path = write("regs.xml", R"(<r><Register name="A" start="4"/></r>)");
+    std::string imports;
+    for (int i = 0; i <= xml::XMLPP2::maxIncludes; ++i) imports += "<Import filename='regs.xml'/>";
+    MemoryMap map;
+    ASSERT_TRUE(map.load(write("map.xml", "<root>" + imports + "</root>")));
+    EXPECT_EQ(map.elements(MemoryMapElement::Kind::Register).size(), xml::XMLPP2::maxIncludes);
+    // Each load counts afresh.
+    ASSERT_TRUE(map.load(write("small.xml", "<root><Import filename='regs.xml'/></root>")));
+    EXPECT_EQ(map.elements(MemoryMapElement::Kind::Register).size(), 1);
+}
+
 TEST_F(MemoryMaps, AreReadAgainWhenSomethingChanged) {
     write("regs.xml", R"(<regs><Register name="A" start="4"/></regs>)", -50);
     const QString path = write(

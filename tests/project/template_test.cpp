@@ -22,6 +22,7 @@ protected:
                           attributes + ">" + inside + "</project></solution>");
         load("s.qxProject");
         EXPECT_FALSE(engine.isModified(engine.solution(), true));
+        EXPECT_TRUE(engine.changeLog().isEmpty());
         return listing();
     }
     /// Each node with its attributes, but for the keys that every one of its kind has.
@@ -75,6 +76,8 @@ TEST_F(Templates, FillInAProject) {
         {"<file name='n' source='s.c'><folder name='x'/></file>", "", "", "p()"},
         {"<file name='n' source='s.c'><folder name='x'/></file>", "with_source=\"YES\"", "",
          "p,with_source=YES(n(x()))"},
+        {"<file name='a.c'/>", "", "<folder Name='f' template_name='t'/>",
+         "p(f(a.c())Common,project_type=Library()a.c())"},
         // What is stored wins.
         {"<property name='k' value='v'/>", "", "", "p(Common,k=v,project_type=Library())"},
         {"<property name='k' value='v'/>", "", "<configuration Name='Common' k=''/>",
@@ -127,6 +130,25 @@ TEST_F(Templates, ApplyConfigurationTemplates) {
     EXPECT_EQ(listing(),
               "Debug,inherited_configurations=Base;Debug;None,k=1()Base,inherited_configurations=Debug,k=3()"
               "p(Common,project_type=x()Base,k=2())q(Common,project_type=x()Base,k=2())");
+}
+
+TEST_F(Templates, MoveProjectsWhereTheirFilesAre) {
+    write("groups.xml", R"(<root><group name="g"><groupEntry name="one">
+        <property name="Name" value="x"/><property name="project_directory" value="sub"/>
+        </groupEntry></group></root>)");
+    const std::string file = "<file name='$(ProjectName).c'/>";
+    const std::string groups =
+        "<property name='property_groups_file_path' value='groups.xml'/><propertygroup name='g' "
+        "value='one'/>";
+    for (const std::string& mover :
+         {groups, std::string("<property name='project_directory' value='sub'/>")}) {
+        expanded(file + mover + file);
+        ProjectElement* const added = engine.findElement(engine.solution(), q("p.c"));
+        ASSERT_TRUE(added);
+        added->resolvePaths(commonConfiguration);
+        EXPECT_EQ(added->path.normalised(), directory.path() + q("/sub/p.c")) << mover;
+        EXPECT_EQ(shape(), "s(p(Common()p.c()))");
+    }
 }
 
 TEST_F(Templates, LinkSolutionsThatHaveTemplatesThemselves) {
@@ -186,7 +208,13 @@ TEST_F(Templates, EndWhateverTheyAskFor) {
     for (int i = 0; i < 50000; ++i) deep += "<folder name='f'>";
     for (int i = 0; i < 50000; ++i) deep += "</folder>";
     expanded(deep);
-    EXPECT_EQ(engine.countFiles(engine.solution()), 0);
+    const ProjectElement* last = engine.findElement(engine.solution(), q("p"));
+    int depth = 0;
+    while (last->firstChildElement() && last->folders.size() == 1) {
+        last = last->folders.first();
+        ++depth;
+    }
+    EXPECT_EQ(depth, 50000);
 
     ProjectTemplateFile file;
     ASSERT_TRUE(
@@ -196,6 +224,14 @@ TEST_F(Templates, EndWhateverTheyAskFor) {
     work.addTemplateUnits(LoadWork::maxTemplateUnits - 40);
     TemplateExpander expander(none, work, *engine.solution(), *newProject("q"), {q("A"), q("B"), q("C")});
     EXPECT_THROW(expander.expand(*xml::asElement(file.root())), SolutionLoadError);
+
+    // Template files and linked solutions count as files of one load.
+    while (work.addFile(0)) {
+    }
+    EXPECT_THROW(ProjectTemplates(directory.filePath(q("templates.xml")), work), SolutionLoadError);
+    EXPECT_THROW(SolutionLoader(engine, work, {}, nullptr, nullptr)
+                     .loadFile(directory.path(), q("s.qxProject"), QString()),
+                 SolutionLoadError);
 }
 
 }  // namespace
