@@ -41,6 +41,7 @@ QStringList collectLibraries(BuildSystem& engine, ProjectElement* project, const
                              bool noUnity) {
     QStringList files;
     for (ProjectElement* each : withDependencies({engine, project, configuration})) {
+        engine.loadToolDescriptions(each, configuration);  // as when its output was made
         const NodeProperties properties(engine, each, configuration);
         if (!properties.reads(properties.general().build_exclude_from_build, u"No")) continue;
         const QString type = properties.value(properties.general().project_type);
@@ -54,6 +55,7 @@ QStringList collectLibraries(BuildSystem& engine, ProjectElement* project, const
         }
         if (!file.isEmpty()) files.append(file);
     }
+    engine.loadToolDescriptions(project, configuration);
     return files;
 }
 

@@ -107,7 +107,7 @@ ProjectElement* NodeAdder::pasteNode(const ProjectElement& source, const QString
 
 ProjectElement* NodeAdder::pasteFile(std::unique_ptr<ProjectElement> copy, const QString& sourceDirectory,
                                      ProjectElement& target) {
-    // The copy stands nowhere yet: its name counts from the directory that it was copied in.
+    // The copy stands nowhere yet, so its name counts from the directory that it was copied in.
     copy->resolvePaths(configuration_);
     const QString path =
         copy->fileNameIsRelative ? sourceDirectory + u'/' + copy->resolvedFileName : copy->resolvedFileName;

@@ -227,7 +227,10 @@ void SolutionLoader::readNodes(ProjectElement& root, const File& file) {
             if (progress_ && isOutermost && node->parentElement() == &root)
                 progress_->setProgress(++done, total);
             next = node->nextSiblingElement();
-            if (!next) node = node->parentElement();
+            if (!next) {
+                node = node->parentElement();
+                indexChildren(*node);
+            }
         }
         node = next;
     }
@@ -239,10 +242,17 @@ void SolutionLoader::readNode(ProjectElement& node) {
     } else if (node.attributes.contains(u"path")) {
         findings_.dynamicFolders.append(&node);
     }
-    ProjectElement* const parent = node.parentElement();
-    if (parent && node.isConfiguration()) parent->configurations.insert(node.elementName(), &node);
-    if (parent && node.isFolder()) parent->folders.append(&node);
     node.modified = false;
+}
+
+/// All at once, when the children have been read: a node can have many configurations, in any order.
+void SolutionLoader::indexChildren(ProjectElement& parent) {
+    QList<SortedMap<ProjectElement*>::Entry> configurations;
+    for (ProjectElement* child = parent.firstChildElement(); child; child = child->nextSiblingElement()) {
+        if (child->isConfiguration()) configurations.append({child->elementName(), child});
+        if (child->isFolder()) parent.folders.append(child);
+    }
+    if (!configurations.isEmpty()) parent.configurations.assign(std::move(configurations));
 }
 
 ProjectElement* SolutionLoader::readLink(ProjectElement& import, const File& file) {

@@ -97,6 +97,7 @@ private:
     void setTemplatesFile(const ProjectElement& root, const File& file);
     void readNodes(ProjectElement& root, const File& file);
     void readNode(ProjectElement& node);
+    static void indexChildren(ProjectElement& parent);
     ProjectElement* readLink(ProjectElement& import, const File& file);
     void enterEnvironment(ProjectElement& root);
 

@@ -5,6 +5,7 @@
 #include "properties/lists.h"
 
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 namespace project {
 
@@ -66,7 +67,8 @@ void StandardProjectSystem::loadToolDescriptions(ProjectElement* node, const QSt
     if (!project) return;
     const QString path =
         expandedFilePath(project, schema().tools.build_generic_options_file_name, configuration);
-    if (path == toolDescription_.path()) return;
+    if (path == toolDescription_.path() || isMigrating_) return;
+    const QScopedValueRollback migrating(isMigrating_, true);
     detachChanges([this](const PropertyClass* changed) { return toolDescription_.owns(changed); });
     ToolOptionMigration migration(*this, *project, configuration);
     toolDescription_.load(path,
@@ -99,6 +101,14 @@ bool StandardProjectSystem::memorySegments(ProjectElement* node, const QString& 
         if (parseSegment(*entry, segment)) segments.append(segment);
     }
     return !entries.isEmpty();
+}
+
+expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement* node,
+                                                                   const QString& configuration) {
+    if (!node) return nullptr;
+    loadToolDescriptions(node, configuration);
+    const QString file = expandedFilePath(node, schema().tools.debug_register_definition_file, configuration);
+    return file.isEmpty() ? nullptr : memoryMap(file, QString(), true);
 }
 
 QString StandardProjectSystem::locateFile(const QString& directory, const QString& file, ProjectElement* node,
@@ -196,14 +206,6 @@ void StandardProjectSystem::addMacros(ProjectElement*, const QString&, MacroTabl
     if (!macroEngine || !table.value(name).isNull() || !macroEngine->macroValue(name).isNull()) return;
     table.insert(name,
                  macroEngine->expand(table, QStringLiteral("$(AtelisDir)/llvm/bin/clang-tidy"), true, true));
-}
-
-expressions::MemoryMap* StandardProjectSystem::registerDefinitions(ProjectElement* node,
-                                                                   const QString& configuration) {
-    if (!node) return nullptr;
-    loadToolDescriptions(node, configuration);
-    const QString file = expandedFilePath(node, schema().tools.debug_register_definition_file, configuration);
-    return file.isEmpty() ? nullptr : memoryMap(file, QString(), true);
 }
 
 // --- What hosts and the build give bodies to ---

@@ -36,10 +36,13 @@ public:
                                  const QString& fileName) override;
     /// Adds the path of the static analyzer, unless a table has it.
     void addMacros(ProjectElement* node, const QString& configuration, MacroTable& table) override;
+    /// Moves options to what the description has for them. Whoever is told of that cannot make another
+    /// description come.
     void loadToolDescriptions(ProjectElement* node, const QString& configuration) override;
 
     /// The tool options in force, of the project for which they were loaded last.
     const properties::ToolDescription& toolDescription() const { return toolDescription_; }
+    bool isMigrating_ = false;  ///< no other description comes meanwhile
     /// The memory map of a file, or null when it can't be read; see MemoryMapCache.
     expressions::MemoryMap* memoryMap(const QString& path, const QString& macros, bool preProcess);
 

@@ -107,7 +107,7 @@ void PropertyValueGroupFiles::addLibraries(PropertyValueGroupFile& file) {
 }
 
 void PropertyValueGroupFiles::addLibrary(PropertyValueGroupFile& file, const QString& path) {
-    if (path == file.path() || !QFileInfo::exists(path) || known(path)) return;
+    if (path == file.path() || known(path)) return;
     auto library = std::make_unique<PropertyValueGroupFile>(path);
     if (library->load(true)) file.addLibrary(std::move(library));
 }

@@ -197,6 +197,20 @@ TEST_F(ToolDescriptions, OfOddNamesAreNeitherFoundNorStored) {
     }
 }
 
+TEST_F(ToolDescriptions, StayWhileOptionsMove) {
+    ProjectElement* const other = newProject("q");
+    set(other, "Common", "build_generic_options_file_name", "none.xml");
+    set(project, "Common", "c_additional_options", "-o;-p");
+    const auto receiver = QObject::connect(&engine, &ProjectSystem::propertyChanged,
+                                           [&] { EXPECT_FALSE(engine.hasOutput(other, q("Common"))); });
+    describe(
+        "<property name='o' type='Enumeration' tool='compiler'><e value='v' option='-o'/></property>"
+        "<property name='p' type='Enumeration' tool='compiler'><e value='w' option='-p'/></property>");
+    QObject::disconnect(receiver);
+    EXPECT_EQ(local(project, "Common", "o") + local(project, "Common", "p"), "vw");
+    EXPECT_EQ(options(Tool::Compiler), "o p ");
+}
+
 TEST_F(ToolDescriptions, LeaveListsAloneThatNobodyTyped) {
     std::string tokens = "-o";
     for (int i = 0; i < 2500; ++i) tokens += ";-q";
