@@ -42,7 +42,6 @@ public:
 
     /// The tool options in force, of the project for which they were loaded last.
     const properties::ToolDescription& toolDescription() const { return toolDescription_; }
-    bool isMigrating_ = false;  ///< no other description comes meanwhile
     /// The memory map of a file, or null when it can't be read; see MemoryMapCache.
     expressions::MemoryMap* memoryMap(const QString& path, const QString& macros, bool preProcess);
 
@@ -116,6 +115,7 @@ public:
 
 private:
     properties::ToolDescription toolDescription_;
+    bool isMigrating_ = false;  ///< no other description comes meanwhile
     expressions::MemoryMapCache memoryMaps_;
 };
 

@@ -152,6 +152,22 @@ TEST_F(PlannerTest, LinksWithWhatTheProjectDependsOn) {
     EXPECT_TRUE(didWork);
 }
 
+TEST_F(PlannerTest, LinksLibrariesUnderTheNamesThatTheyWereMadeBy) {
+    write("tools.xml", "<root><property name='build_output_directory' default='mine'/></root>");
+    ProjectElement* const library = newProject("lib", "Library");
+    set(library, "build_generic_options_file_name", "tools.xml");
+    ProjectElement* const app = newProject("app", "Executable");
+    set(app, "project_dependencies", "lib");
+    engine.loadToolDescriptions(library, debug);
+    const QString archive = engine.outputFileName(project::BuildKind::Archive, library, debug, true);
+    EXPECT_EQ(archive, path("mine/lib.a"));
+    engine.loadToolDescriptions(app, debug);
+    QStringList inputs;
+    engine.inputsOfNode(app, debug, true, false, true, inputs);
+    EXPECT_EQ(inputs, QStringList{archive});
+    EXPECT_EQ(engine.toolDescription().path(), QString());
+}
+
 TEST_F(PlannerTest, ALinkIsStaleByInputsLayoutAndFurtherOutputs) {
     ProjectElement* const app = external("app", "Externally Built Executable");
     set(app, "external_link_command", "ld");
