@@ -5,6 +5,7 @@
 #include "cli/session.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <CLI/CLI.hpp>
 #include <array>
@@ -33,14 +34,14 @@ public:
 
     /// Reads the file, or standard input for "-".
     bool read(const std::string& name) {
-        if (name != "-") return load(QString::fromStdString(name));
+        if (name != "-") return loadFile(QFileInfo(QString::fromStdString(name)).absoluteFilePath());
         QFile input;
         return input.open(stdin, QIODevice::ReadOnly) && load(input);
     }
 };
 
 std::string nameOf(const MemoryMapElement& element) {
-    return element.attribute("name").toStdString();
+    return printable(element.attribute("name").toStdString());
 }
 
 void printSegments(const Map& map, Output& output) {
@@ -50,8 +51,8 @@ void printSegments(const Map& map, Output& output) {
 }
 
 void printElement(const MemoryMapElement& element, std::size_t depth, Output& output) {
-    output << indentation(depth) << element.tagName().toStdString() << " " << addressText(element.start)
-           << " " << addressText(element.size);
+    output << indentation(depth) << printable(element.tagName().toStdString()) << " "
+           << addressText(element.start) << " " << addressText(element.size);
     if (element.hasAttribute("name")) output << " " << nameOf(element);
     output << "\n";
 }

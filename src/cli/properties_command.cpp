@@ -16,6 +16,13 @@ struct PropertiesOptions {
     NodeOptions node;
 };
 
+/// Whether the node itself has the value. Facts of a node are nowhere else.
+bool isLocal(const project::PropertyValue& value, const project::ProjectElement& node) {
+    if (dynamic_cast<const project::DynamicFolderPropertyValue*>(&value))
+        return node.attributes.contains(value.propertyClass()->name);
+    return !value.isInherited() || dynamic_cast<const project::SimplePropertyValue*>(&value);
+}
+
 int run(const PropertiesOptions& options, const GlobalOptions& globalOptions) {
     Session session(globalOptions);
     project::ProjectElement* const node =
@@ -25,13 +32,10 @@ int run(const PropertiesOptions& options, const GlobalOptions& globalOptions) {
     const project::PropertyValueList values =
         session.engine().nodePropertyValues(node, options.node.configurationName());
     for (const project::PropertyValue* value : values) {
-        // Facts of the node itself are nowhere else.
-        const bool isLocal =
-            !value->isInherited() || dynamic_cast<const project::SimplePropertyValue*>(value) != nullptr;
         output << printable(value->propertyClass()->name.toStdString()) << "\t"
                << printable(value->propertyClass()->shortName.toStdString()) << "\t"
-               << printable(value->value().toStdString()) << "\t" << (isLocal ? "local" : "inherited")
-               << "\n";
+               << printable(value->value().toStdString()) << "\t"
+               << (isLocal(*value, *node) ? "local" : "inherited") << "\n";
     }
     return output.finish() ? 0 : 1;
 }

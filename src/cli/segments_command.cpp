@@ -23,12 +23,15 @@ int run(const SegmentsOptions& options, const GlobalOptions& globalOptions) {
         session.open(options.solution) ? session.find(options.node) : nullptr;
     if (!node) return 1;
     QList<project::MemorySegment> segments;
-    if (!session.engine().memorySegments(node, options.node.configurationName(), segments)) return 1;
+    if (!session.engine().memorySegments(node, options.node.configurationName(), segments)) {
+        reportError("no memory segments");
+        return 1;
+    }
     Output output;
     for (const project::MemorySegment& segment : segments)
         output << addressText(segment.start) << " " << addressText(segment.last) << " "
                << accessText(static_cast<expressions::MemoryAccess>(segment.access)) << " "
-               << segment.name.toStdString() << "\n";
+               << printable(segment.name.toStdString()) << "\n";
     return output.finish() ? 0 : 1;
 }
 

@@ -119,9 +119,12 @@ const project::PropertyClass* Session::findClass(const std::string& key, const N
 }
 
 bool Session::canModify(ProjectElement& node) {
-    ProjectElement* const solution = node.enclosingSolution();
-    if (solution->canModify) return true;
-    reportError("solution \"" + solution->elementName().toStdString() + "\" cannot be modified");
+    ProjectElement* each = &node;
+    while (each->canModify && !each->isSolution()) each = each->parentElement();
+    if (each->canModify) return true;
+    const std::string name = '"' + each->elementName().toStdString() + '"';
+    reportError(each->isSolution() ? "solution " + name + " cannot be modified"
+                                   : name + " is found on the disk and not stored");
     return false;
 }
 

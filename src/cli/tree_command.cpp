@@ -43,7 +43,7 @@ private:
     void printNode(ProjectElement& node) {
         printName(node);
         const QString type = typeOf(node);
-        if (!type.isEmpty()) output_ << " [" << type.toStdString() << "]";
+        if (!type.isEmpty()) output_ << " [" << printable(type.toStdString()) << "]";
         if (node.attributes.value(project::keys::hidden) == u"Yes") output_ << " (hidden)";
         output_ << "\n";
     }
@@ -53,19 +53,20 @@ private:
         output_ << "\n";
         for (const auto& [key, value] : node.attributes)
             if (key != project::keys::name)
-                output_ << indentation(depth_ + 1) << key.toStdString() << "=\"" << value.toStdString()
-                        << "\"\n";
+                output_ << indentation(depth_ + 1) << key.toStdString() << "=\""
+                        << printable(value.toStdString()) << "\"\n";
     }
 
     void printName(ProjectElement& node) {
         output_ << indentation(depth_) << node.tagName().toStdString() << " "
-                << node.elementName().toStdString();
+                << printable(node.elementName().toStdString());
     }
 
     QString typeOf(ProjectElement& node) {
+        if (!node.isFile() && !node.isProject()) return {};
         const QString configuration = options_.node.configurationName();
+        engine_.loadToolDescriptions(&node, configuration);
         if (node.isFile()) return engine_.fileType(&node, configuration);
-        if (!node.isProject()) return {};
         return engine_.propertyValue(&node, engine_.schema().general.project_type, configuration);
     }
 

@@ -44,8 +44,9 @@ void printTrace(project::ProjectSystem& engine, const Place& place, const QStrin
     project::PropertyTrace trace;
     engine.propertyValue(place.node, place.propertyClass, configuration, &trace);
     for (const project::PropertyOrigin& origin : trace)
-        output << origin.value.toStdString() << "\t" << origin.configuration.toStdString() << "\t"
-               << (origin.node ? origin.node->elementName().toStdString() : "") << "\n";
+        output << printable(origin.value.toStdString()) << "\t"
+               << printable(origin.configuration.toStdString()) << "\t"
+               << printable(origin.node ? origin.node->elementName().toStdString() : "") << "\n";
 }
 
 int get(const ValueOptions& options, const GlobalOptions& globalOptions) {

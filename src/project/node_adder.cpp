@@ -73,6 +73,7 @@ QString NodeAdder::storedName(const QString& path, ProjectElement& target) const
 }
 
 void NodeAdder::offerUse(ProjectElement& file, const QString& path) {
+    engine_.loadToolDescriptions(&file, configuration_);
     const QString projectType =
         engine_.propertyValue(&file, engine_.schema().general.project_type, configuration_);
     if (projectType != u"Executable" && projectType != u"Externally Built Executable") return;

@@ -153,9 +153,6 @@ public:
     /// groups file. Null when there is none.
     const PropertyClass* propertyClassAt(ProjectElement* node, const QString& configuration,
                                          const QString& key);
-    /// The same under the tool description that is in force.
-    const PropertyClass* knownPropertyClass(ProjectElement* node, const QString& configuration,
-                                            const QString& key);
 
     // --- What a view offers (property_lists.cpp) ---
 

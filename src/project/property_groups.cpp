@@ -63,7 +63,7 @@ bool changesPaths(const xml::XMLElement& groupEntry) {
 }
 
 QString projectFilePath(ProjectSystem& engine, ProjectElement* node, const QString& name) {
-    if (name.isEmpty() || name == u"None" || isAbsolutePath(name) || QFileInfo::exists(name)) return name;
+    if (name.isEmpty() || name == u"None" || isAbsolutePath(name) || QFileInfo(name).isFile()) return name;
     return Path(engine.projectDirectoryOf(node) + u'/' + name).normalised();
 }
 
@@ -91,11 +91,6 @@ QList<const xml::XMLElement*> ProjectSystem::propertyGroupElements(ProjectElemen
 const PropertyClass* ProjectSystem::propertyClassAt(ProjectElement* node, const QString& configuration,
                                                     const QString& key) {
     loadToolDescriptions(node, configuration);
-    return knownPropertyClass(node, configuration, key);
-}
-
-const PropertyClass* ProjectSystem::knownPropertyClass(ProjectElement* node, const QString& configuration,
-                                                       const QString& key) {
     if (const PropertyClass* const found = schema().find(key)) return found;
     const PropertyValueGroupFile* const file = node ? propertyGroupFile(node, configuration) : nullptr;
     return file ? file->find(key) : nullptr;

@@ -720,9 +720,11 @@ PropertyValueList ProjectSystem::storedPropertyValues(ProjectElement* node,
     loadToolDescriptions(node, configuration);
     const QStringList skipped{keys::name, schema().general.inherited_configurations->name,
                               schema().general.Platform->name};
+    const properties::PropertyValueGroupFile* const groups = propertyGroupFile(node, configuration);
     for (const auto& [key, value] : configurationChild->attributes) {
-        const PropertyClass* const found =
-            skipped.contains(key) ? nullptr : knownPropertyClass(node, configuration, key);
+        if (skipped.contains(key)) continue;
+        const PropertyClass* found = schema().find(key);
+        if (!found && groups) found = groups->find(key);
         if (const auto* group = dynamic_cast<const PropertyValueGroupClass*>(found)) {
             append<PropertyValueGroupValue>(list, group, configuration, node);
         } else if (found) {

@@ -1,5 +1,6 @@
 #include "project/property_value.h"
 
+#include "project/dynamic_folder.h"
 #include "project/project_system.h"
 #include "project/property_groups.h"
 #include "support/log.h"
@@ -21,10 +22,15 @@ QString assignmentText(const xml::XMLElement& element) {
     return parts.join(u'=');
 }
 
-/// The property that an entry of a group is about, or null: the name of a configuration is none.
+/// The property that an entry of a group is about, or null: what configurations are known by is none.
 const PropertyClass* propertyOf(const xml::XMLElement& entry) {
     const QString key = entry.text("name");
-    return key == keys::name ? nullptr : projectSystem->schema().find(key);
+    return properties::isStorableKey(key) ? projectSystem->schema().find(key) : nullptr;
+}
+
+/// The configuration in which a value of the class is stored.
+const QString& storingConfiguration(const PropertyClass& propertyClass, const QString& asked) {
+    return propertyClass.perConfiguration ? asked : commonConfiguration;
 }
 
 }  // namespace
@@ -62,7 +68,7 @@ ProjectPropertyValue::ProjectPropertyValue(const PropertyClass* propertyClass, c
                                            ProjectElement* node)
     : PropertyValue(propertyClass),
       node_(node),
-      configuration_(propertyClass->perConfiguration ? configuration : commonConfiguration) {}
+      configuration_(storingConfiguration(*propertyClass, configuration)) {}
 
 std::unique_ptr<PropertyValue> ProjectPropertyValue::clone() const {
     return std::make_unique<ProjectPropertyValue>(propertyClass(), configuration_, node_);
@@ -143,17 +149,17 @@ void PropertyValueGroupValue::setValue(const QString& text) {
 
 void PropertyValueGroupValue::applyProperty(const xml::XMLElement& entry) {
     const PropertyClass* const target = propertyOf(entry);
-    const QString configuration = entry.text("configuration");
-    if (target)
-        projectSystem->setPropertyValue(
-            node_, target, configuration.isEmpty() ? configuration_ : configuration, entry.text("value"));
+    if (!target) return;
+    const QString named = entry.text("configuration");
+    const QString& configuration = storingConfiguration(*target, named.isEmpty() ? configuration_ : named);
+    projectSystem->setPropertyValue(node_, target, configuration, entry.text("value"));
 }
 
 void PropertyValueGroupValue::applyFile(const xml::XMLElement& entry) {
     const QString name = entry.text("name");
     const QString fileName = entry.text("file_name");
     ProjectElement* const folder = projectSystem->findFolder(node_, entry.text("folder"));
-    if (!folder) return;
+    if (!folder || folder->attributes.contains(dynamicFolderKeys::path)) return;
     ProjectElement* const file = projectSystem->findElement(folder, name);
     if (!file) {
         projectSystem->setElementAttribute(projectSystem->addFile(folder, fileName), keys::name, name);
@@ -170,9 +176,9 @@ void PropertyValueGroupValue::clear() {
     forEachChildElement(*group, [this](const xml::XMLElement& entry) {
         const PropertyClass* const target = propertyOf(entry);
         if (entry.tagName() != "property" || !target) return;
-        projectSystem->clearPropertyValue(
-            node_, target,
-            entry.hasAttribute("configuration") ? entry.text("configuration") : configuration_);
+        const QString configuration =
+            entry.hasAttribute("configuration") ? entry.text("configuration") : configuration_;
+        projectSystem->clearPropertyValue(node_, target, storingConfiguration(*target, configuration));
     });
     if (changesPaths(*group)) projectSystem->invalidatePathsAt(node_);
 }

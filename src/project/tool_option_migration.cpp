@@ -28,10 +28,14 @@ ToolOptionMigration::ToolOptionMigration(ProjectSystem& engine, ProjectElement& 
 }
 
 void ToolOptionMigration::migrate(const GenericPropertyClass& option, const ToolRow& tool) {
+    if (!properties::isStorableKey(option.name)) return;
     List& list = lists_[static_cast<std::size_t>(tool.tool)];
-    if (list.before.isEmpty() || !properties::isStorableKey(option.name)) return;
-    if (!std::exchange(list.isRead, true)) list.setTokens(list.before.split(u';', Qt::SkipEmptyParts));
-    if (moveOption(option, list, *(engine_.schema().tools.*tool.optionList))) list.changed = true;
+    const properties::PropertyClass& optionList = *(engine_.schema().tools.*tool.optionList);
+    if (!std::exchange(list.isCurrent, true)) {
+        const QString text = engine_.localPropertyValue(&project_, &optionList, configuration_);
+        list.setTokens(text.split(u';', Qt::SkipEmptyParts));
+    }
+    if (moveOption(option, list, optionList)) list.changed = true;
 }
 
 /// Of each option, and of each two neighbours, where it first stands: a switch and its argument are two.
@@ -62,7 +66,7 @@ bool ToolOptionMigration::moveOption(const GenericPropertyClass& option, List& l
         value = entry;
     }
     if (!first) return false;
-    engine_.setPropertyValue(&project_, &option, configuration_, value);
+    setOption(option, value);
     QStringList rest = list.tokens;
     rest.remove(first->place, first->width);
     if (rest.isEmpty()) {
@@ -72,6 +76,14 @@ bool ToolOptionMigration::moveOption(const GenericPropertyClass& option, List& l
     }
     list.setTokens(rest);
     return true;
+}
+
+/// A file can describe one of the lists itself as an option.
+void ToolOptionMigration::setOption(const GenericPropertyClass& option, const QString& value) {
+    engine_.setPropertyValue(&project_, &option, configuration_, value);
+    for (const ToolRow& tool : properties::toolRows())
+        if ((engine_.schema().tools.*tool.optionList)->name == option.name)
+            lists_[static_cast<std::size_t>(tool.tool)].isCurrent = false;
 }
 
 void ToolOptionMigration::storeBackups() {

@@ -39,7 +39,7 @@ private:
         void setTokens(const QStringList& all);
 
         QString before;
-        bool isRead = false;
+        bool isCurrent = false;  ///< the tokens are what is stored
         bool changed = false;
         QStringList tokens;
         QHash<QString, Found> places;
@@ -47,6 +47,7 @@ private:
 
     bool moveOption(const properties::GenericPropertyClass& option, List& list,
                     const properties::PropertyClass& optionList);
+    void setOption(const properties::GenericPropertyClass& option, const QString& value);
 
     ProjectSystem& engine_;
     ProjectElement& project_;

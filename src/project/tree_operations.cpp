@@ -1,4 +1,5 @@
 // How nodes come into the tree, leave it, and are found in it.
+#include "project/dynamic_folder.h"
 #include "project/project_system.h"
 #include "project/tree_walk.h"
 
@@ -103,6 +104,7 @@ ProjectElement* ProjectSystem::addFile(ProjectElement* parent, const QString& fi
     if (!parent->isFolder() && !parent->folders.isEmpty()) {
         const QString extension = Path(fileName).extension(false).toLower();
         for (ProjectElement* folder : std::as_const(parent->folders)) {
+            if (folder->attributes.contains(dynamicFolderKeys::path)) continue;  // not stored there
             QString filter = folder->attributes.value(filterKey);
             if (filter.isNull()) filter = propertyValue(folder, schema().general.filter, commonConfiguration);
             if (!filter.split(separators, Qt::SkipEmptyParts).contains(extension)) continue;

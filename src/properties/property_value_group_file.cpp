@@ -37,21 +37,21 @@ bool PropertyValueGroupFile::load(bool isLibrary) {
         if (!element) break;
         if (element->tagName() != "group") continue;
         classes_.push_back(std::make_unique<PropertyValueGroupClass>(*element, isLibrary));
-        groups_.append(classes_.back().get());
+        append(classes_.back().get());
     }
     return true;
 }
 
 void PropertyValueGroupFile::addLibrary(std::unique_ptr<PropertyValueGroupFile> library) {
-    groups_ += library->groups_;
+    for (const PropertyValueGroupClass* group : std::as_const(library->groups_)) append(group);
     libraries_.push_back(std::move(library));
 }
 
-const PropertyValueGroupClass* PropertyValueGroupFile::find(const QString& key) const {
-    if (!isStorableKey(key)) return nullptr;
-    const auto place = std::find_if(groups_.begin(), groups_.end(),
-                                    [&](const PropertyValueGroupClass* group) { return group->name == key; });
-    return place == groups_.end() ? nullptr : *place;
+/// A group whose key is none is not found.
+void PropertyValueGroupFile::append(const PropertyValueGroupClass* group) {
+    groups_.append(group);
+    if (isStorableKey(group->name) && !groupsByKey_.contains(group->name))
+        groupsByKey_.insert(group->name, group);
 }
 
 bool PropertyValueGroupFile::isUpToDate() const {

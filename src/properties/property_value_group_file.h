@@ -28,7 +28,7 @@ public:
 
     const QList<const PropertyValueGroupClass*>& groups() const { return groups_; }
     /// The group of the key, or null.
-    const PropertyValueGroupClass* find(const QString& key) const;
+    const PropertyValueGroupClass* find(const QString& key) const { return groupsByKey_.value(key); }
     const QString& path() const { return path_; }
     bool isUpToDate() const;
 
@@ -37,7 +37,10 @@ public:
 private:
     QString path_;
     QDateTime lastModified_;
+    void append(const PropertyValueGroupClass* group);
+
     QList<const PropertyValueGroupClass*> groups_;
+    QHash<QString, const PropertyValueGroupClass*> groupsByKey_;  ///< of several of one key the first
     std::vector<std::unique_ptr<PropertyValueGroupClass>> classes_;
     std::vector<std::unique_ptr<PropertyValueGroupFile>> libraries_;
 };

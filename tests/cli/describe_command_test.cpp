@@ -1,6 +1,7 @@
 // The commands that tell what a project is described by: memory maps, segments, properties; and `add`.
 #include "cli/program.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -38,7 +39,7 @@ protected:
         write("s.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
 <solution Name="s" target="8" version="2">
   <project Name="p">
-    <folder Name="found" path="none" />
+    <folder Name="found" path="dir" filter="*.c;c" />
     <configuration Name="Common" linker_memory_map_file="map.xml" linker_memory_map_macros="RAM=big;N=8" project_type="Executable" />
   </project>
   <project Name="q">
@@ -49,6 +50,7 @@ protected:
 </solution>
 )");
     }
+    void makeDirectory(const char* name) { QDir(directory.path()).mkdir(QString::fromLatin1(name)); }
     void write(const char* name, const std::string& text) {
         QFile file(directory.filePath(QString::fromLatin1(name)));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -104,7 +106,7 @@ TEST_F(DescribeCommand, PrintsSegments) {
          "0x20000000 0x2000000f ReadWrite RAM\n0x08000000 0x0800ffff ReadOnly FLASH\n"},
         {"segments s.qxProject -p q", 0,
          "0x00000020 0x00000020 ReadWrite B\n0x00000010 0x0000001f ReadOnly A\n"},
-        {"segments s.qxProject -p empty", 1, ""},
+        {"segments s.qxProject -p empty", 1, "", "atelis: error: no memory segments\n"},
         {"segments s.qxProject -p no", 1, "", "atelis: error: no project \"no\"\n"},
     };
     for (const Row& row : rows) check(row);
@@ -120,6 +122,49 @@ TEST_F(DescribeCommand, PrintsProperties) {
               "stage_set_readonly\tSet To Read-only\tNo\tinherited\n");
     EXPECT_NE(run("properties s.qxProject -p q").output.find("project_type\tProject Type\tStaging\tlocal\n"),
               std::string::npos);
+}
+
+TEST_F(DescribeCommand, KeepsWhatIsFoundOnTheDiskApart) {
+    makeDirectory("dir");
+    write("dir/z.c", "");
+    write("a.c", "");
+    const Row rows[] = {
+        {"add s.qxProject -p p a.c", 0, ""},
+        {"tree s.qxProject -p p", 0,
+         "project p [Executable]\n  folder found\n    file z.c [C]\n  file a.c [C]\n"},
+        {"set s.qxProject -p p -f dir/z.c build_exclude_from_build Yes", 1, "",
+         "atelis: error: \"z.c\" is found on the disk and not stored\n"},
+    };
+    for (const Row& row : rows) check(row);
+    const std::string folder = run("properties s.qxProject -p p -F found").output;
+    EXPECT_NE(folder.find("filter\tDynamic Folder Filter\t*.c;c\tlocal\n"), std::string::npos) << folder;
+    EXPECT_NE(folder.find("recurse\tDynamic Folder Recurse\t\tinherited\n"), std::string::npos) << folder;
+}
+
+/// Names come from files, and each is to stay in its line.
+TEST_F(DescribeCommand, PrintsOddNamesInOneLine) {
+    write("tools.xml", "<root><property name='project_type' default='Library'/></root>");
+    write("odd.xml", "<root><MemorySegment name='A&#10;0x0' start='1' size='2'/></root>");
+    write("odd.qxProject", R"(<!DOCTYPE Kestrelhaus_Project_File>
+<solution Name="s" target="8" version="2">
+  <project Name="P&#10;project X">
+    <configuration Name="Common" build_generic_options_file_name="tools.xml" linker_memory_map_file="odd.xml"
+      macros="A=1&#10;B=2" />
+  </project>
+</solution>
+)");
+    const Row rows[] = {
+        {"tree odd.qxProject --configurations", 0,
+         "solution s\n  project P\\012project X [Library]\n    configuration Common\n      "
+         "build_generic_options_file_name=\"tools.xml\"\n      linker_memory_map_file=\"odd.xml\"\n      "
+         "macros=\"A=1\\012B=2\"\n"},
+        {"memory-map odd.xml", 0, "0x00000001 0x00000002 ReadWrite A\\0120x0\n"},
+        {"memory-map --tree odd.xml", 0,
+         "root 0x00000000 0x00000000\n  MemorySegment 0x00000001 0x00000002 A\\0120x0\n"},
+        {"segments odd.qxProject -p \"$(printf 'P\\nproject X')\"", 0,
+         "0x00000001 0x00000002 ReadWrite A\\0120x0\n"},
+    };
+    for (const Row& row : rows) check(row);
 }
 
 /// The example uses everything that can describe a project.

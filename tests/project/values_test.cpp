@@ -325,6 +325,26 @@ TEST_F(Values, AGroupSetsWhatItHolds) {
     EXPECT_EQ(local(project, "Common", "linker_keep_symbols"), "k");
 }
 
+TEST_F(Values, AGroupStoresOnlyWhatIsReadAgain) {
+    xml::XMLDocument document;
+    document.parseText(
+        "<group name='g' default='one'><groupEntry name='one'>"
+        "<property name='project_directory' configuration='Debug' value='sub'/>"
+        "<property name='inherited_configurations' value='Debug'/><property name='Platform' value='x'/>"
+        "<file name='f' file_name='f.s' folder='found'/></groupEntry></group>");
+    PropertyValueGroupClass groupClass(*xml::asElement(document.root()), false);
+    ProjectElement* const project = (newSolution(), newProject("p"));
+    ProjectElement* const found = engine.addFolder(project, q("found"), QString());
+    engine.setElementAttribute(found, q("path"), q("none"));
+    PropertyValueGroupValue group(&groupClass, q("Debug"), project);
+    group.setValue(q("one"));
+    EXPECT_EQ(local(project, "Common", "project_directory"), "sub");
+    EXPECT_EQ(project->configurations.value(q("Debug"))->attributes.size(), 2) << "its name and the choice";
+    EXPECT_EQ(found->firstChildElement(), nullptr);
+    group.clear();
+    EXPECT_TRUE(engine.localPropertyValue(project, property("project_directory"), q("Common")).isNull());
+}
+
 TEST_F(Values, EnvironmentSettingsStoreWhatDiffersFromTheDefault) {
     const PropertyClass setting(q("tab_size"), properties::Kind::Integer, 1, 16, q("Editor"), q("Tabs"),
                                 q("Size"), q("Size of a tab."), 4, 0);
